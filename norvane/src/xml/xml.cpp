@@ -1,0 +1,249 @@
+#include "xml/xml.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+#include "debug/log.h"
+#include "tools/convert.h"
+
+namespace norvane {
+namespace xml {
+
+namespace {
+const int BUFFERSIZE = 1023;
+// A hostile definition must not make a bank generate entries for ever.
+const long MAX_LOOP_PASSES = 100000;
+const char* const XML_VAR = "var";
+const char* const XML_FROM = "from";
+const char* const XML_TO = "to";
+const char* const XML_STEP = "step";
+const char* const XML_DIGITS = "digits";
+}  // namespace
+
+Node::Node(const char* name, const char** atts) : name(name ? name : "") {
+    for (int i = 0; atts && atts[i] && atts[i + 1]; i += 2) attributes[atts[i]] = atts[i + 1];
+}
+
+Node::~Node() {
+    if (parent) parent->children.remove(this);
+    while (!children.empty()) {
+        Node* child = children.front();
+        children.pop_front();
+        child->parent = nullptr;
+        delete child;
+    }
+}
+
+Node& Node::operator+=(Node* child) {
+    if (child->parent) *child->parent -= child;
+    children.push_back(child);
+    child->parent = this;
+    return *this;
+}
+
+Node& Node::operator-=(Node* child) {
+    children.remove(child);
+    child->parent = nullptr;
+    return *this;
+}
+
+std::string& Node::operator[](std::string attributeName) { return attributes[attributeName]; }
+
+const std::string* Node::getAttribute(std::string attributeName) const {
+    auto it = attributes.find(attributeName);
+    return it == attributes.end() ? nullptr : &it->second;
+}
+
+std::string Node::getAttribute(std::string attributeName, std::string def) const {
+    const std::string* value = getAttribute(attributeName);
+    return value ? *value : def;
+}
+
+long Node::getAttributeLong(std::string attributeName, long def) const {
+    const std::string* value = getAttribute(attributeName);
+    return value ? std::strtol(value->c_str(), nullptr, 0) : def;
+}
+
+float Node::getAttributeFloat(std::string attributeName, float def) const {
+    const std::string* value = getAttribute(attributeName);
+    return value ? std::strtof(value->c_str(), nullptr) : def;
+}
+
+bool Node::getAttributeBool(std::string attributeName, bool def) const {
+    const std::string* value = getAttribute(attributeName);
+    if (!value) return def;
+    return *value == "1" || *value == "t" || *value == "true";
+}
+
+void Node::setAttributeLong(std::string attributeName, long value) {
+    attributes[attributeName] = toStr(value);
+}
+
+void Node::setAttributeFloat(std::string attributeName, float value) {
+    attributes[attributeName] = toStr(value);
+}
+
+void Node::setAttributeBool(std::string attributeName, bool value) {
+    attributes[attributeName] = value ? "true" : "false";
+}
+
+std::string Node::toString(int indent) const {
+    const std::string pad(static_cast<size_t>(std::max(indent, 0)), ' ');
+    std::string out = pad + "<" + name;
+    for (const auto& attribute : attributes) out += " " + attribute.first + "=\"" + encode(attribute.second) + "\"";
+    if (children.empty()) return out + "/>\n";
+    out += ">\n";
+    for (const Node* child : children) out += child->toString(indent + 2);
+    return out + pad + "</" + name + ">\n";
+}
+
+void Node::saveXML(const char* filename) const {
+    std::ofstream out(filename, std::ios::binary | std::ios::trunc);
+    if (!out) return;
+    out << "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n" << toString(0);
+    out.flush();
+}
+
+void XMLHandler::startElement(const char*, const char**) {}
+void XMLHandler::endElement(const char*) {}
+
+void DOMXMLHandler::startElement(const char* name, const char** atts) {
+    Node* node = new Node(name, atts);
+    if (!root) {
+        root = node;
+    } else {
+        *current += node;
+    }
+    current = node;
+}
+
+void DOMXMLHandler::endElement(const char*) {
+    if (current) current = current->parent;
+}
+
+void xmlStart(void* userData, const char* name, const char** atts) {
+    static_cast<XMLHandler*>(userData)->startElement(name, atts);
+}
+
+void xmlEnd(void* userData, const char* name) { static_cast<XMLHandler*>(userData)->endElement(name); }
+
+void XMLReader::readFile(std::string filename) {
+    FILE* file = std::fopen(filename.c_str(), "r");
+    if (!file) throw std::string("Could not open XML file \"" + filename + "\"");
+    XML_Parser parser = XML_ParserCreate(nullptr);
+    XML_SetUserData(parser, handler);
+    XML_SetElementHandler(parser, xmlStart, xmlEnd);
+    char buffer[BUFFERSIZE + 1] = {};
+    while (!std::feof(file)) {
+        const size_t length = std::fread(buffer, 1, BUFFERSIZE, file);
+        if (std::ferror(file)) {
+            std::fclose(file);
+            XML_ParserFree(parser);
+            throw std::string("Error reading XML file");
+        }
+        if (length == 0) continue;
+        buffer[length] = 0;
+        const bool isFinal = length < static_cast<size_t>(BUFFERSIZE);
+        if (XML_Parse(parser, buffer, static_cast<int>(length), isFinal) == XML_STATUS_ERROR) {
+            std::string message = std::string(XML_ErrorString(XML_GetErrorCode(parser))) + " at line " +
+                                  toStr(XML_GetCurrentLineNumber(parser));
+            std::fclose(file);
+            XML_ParserFree(parser);
+            throw message;
+        }
+    }
+    std::fclose(file);
+    XML_ParserFree(parser);
+}
+
+Node* loadXML(const char* filename) {
+    DOMXMLHandler handler;
+    XMLReader reader(&handler);
+    try {
+        reader.readFile(filename);
+    } catch (const std::string&) {
+        delete handler.root;
+        throw;
+    }
+    return handler.root;
+}
+
+std::string encode(std::string text) {
+    std::string out;
+    out.reserve(text.size());
+    for (char c : text) {
+        switch (c) {
+            case '&': out += "&amp;"; break;
+            case '<': out += "&lt;"; break;
+            case '>': out += "&gt;"; break;
+            case '"': out += "&quot;"; break;
+            default: out += c;
+        }
+    }
+    return out;
+}
+
+LoopData::LoopData(std::string name, int from, int to, int step, int digits)
+    : name(std::move(name)), current(from), to(to), step(step), digits(digits) {}
+
+bool LoopData::advance() {
+    // Also ends a range that is not a whole number of steps, after its last value inside.
+    if (current == to) return false;
+    const long next = static_cast<long>(current) + step;
+    if (step > 0 ? next > to : next < to) return false;
+    current = static_cast<int>(next);
+    return true;
+}
+
+std::string LoopData::getString() const { return toStr<int>(current, digits, '0'); }
+
+void readLoop(const Node* node, LoopList& loops, int debugGroup, const std::function<void(const Node*)>& readChildren) {
+    const std::string* var = node->getAttribute(XML_VAR);
+    if (!var) {
+        debug::error(debugGroup, "No variable specified for loop. Skipping loop.");
+        return;
+    }
+    const long from = node->getAttributeLong(XML_FROM, 0);
+    const long to = node->getAttributeLong(XML_TO, 0);
+    const long step = node->getAttributeLong(XML_STEP, 1);
+    const long digits = node->getAttributeLong(XML_DIGITS, 0);
+    if (step == 0) {
+        debug::error(debugGroup, "Step size 0 invalid: %s. Skipping loop.", var->c_str());
+        return;
+    }
+    const bool inDirection = step > 0 ? from < to : from > to;
+    const bool inRange = from >= INT_MIN && from <= INT_MAX && to >= INT_MIN && to <= INT_MAX;
+    if (!inDirection || !inRange || (to - from) / step >= MAX_LOOP_PASSES) {
+        debug::error(debugGroup, "Loop range invalid: %s [%d;%d] (step: %d). Skipping loop.", var->c_str(),
+                     static_cast<int>(from), static_cast<int>(to), static_cast<int>(step));
+        return;
+    }
+    loops.emplace_back(*var, static_cast<int>(from), static_cast<int>(to), static_cast<int>(step),
+                       static_cast<int>(std::min(digits, 64L)));
+    auto self = std::prev(loops.end());
+    do {
+        readChildren(node);
+    } while (self->advance());
+    loops.erase(self);
+}
+
+std::string substitute(std::string text, const LoopList& loops) {
+    for (const LoopData& loop : loops) {
+        const std::string key = "[" + loop.name + "]";
+        const std::string value = loop.getString();
+        for (size_t at = text.find(key); at != std::string::npos; at = text.find(key)) {
+            text.replace(at, key.size(), value);
+        }
+    }
+    return text;
+}
+
+}  // namespace xml
+}  // namespace norvane

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds with the sanitizers and runs every test under a virtual display.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash tools/install-deps.sh
+cmake -S . -B build-test -DCMAKE_BUILD_TYPE=Debug -DNORVANE_SANITIZE=ON \
+  -DNORVANE_FS_ROOT="$PWD/build-test/fsroot"
+cmake --build build-test -j"$(nproc)"
+cd build-test
+xvfb-run -a -s "-screen 0 1024x768x24" ctest -j"$(nproc)" --output-on-failure
