@@ -28,16 +28,17 @@ std::string SysDirManager::getDir(SysDir dir) const {
     const bool game = category == sdcGame;
     switch (dir) {
         case sdConfig: return root + "/etc/" + name + "/";
-        case sdUser: {
-            std::string home = homeDir();
-            if (home.back() != '/') home += '/';
-            return root + home + "." + name + "/";
-        }
+        case sdUser: return root + userDirectory(homeDir(), name);
         case sdData: return root + (game ? "/usr/share/games/" : "/usr/share/") + name + "/";
         case sdState: return root + (game ? "/var/games/" : "/var/lib/") + name + "/";
     }
     assert(!"bad system directory");
     return std::string();
+}
+
+std::string userDirectory(std::string home, const std::string& name) {
+    if (home.empty() || home.back() != '/') home += '/';
+    return home + "." + name + "/";
 }
 
 std::string SysDirManager::getSubDir(SysDir dir, std::string subDir, bool create) const {

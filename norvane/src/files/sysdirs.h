@@ -22,6 +22,9 @@ private:
     SysDirCategory category;
 };
 
+// Where application `name` keeps its per-user files under the home directory `home`.
+std::string userDirectory(std::string home, const std::string& name);
+
 // Creates the directories along `path`; a last component without a trailing "/" is a file name.
 bool mkdirs(std::string path);
 

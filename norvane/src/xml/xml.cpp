@@ -25,6 +25,24 @@ const char* const XML_FROM = "from";
 const char* const XML_TO = "to";
 const char* const XML_STEP = "step";
 const char* const XML_DIGITS = "digits";
+// Expat hands out UTF-8; the game keeps text as ISO-8859-1 bytes (what its fonts index and what
+// saveXML declares), so a document read and written again keeps its accented letters.
+std::string toLatin1(const std::string& utf8) {
+    std::string out;
+    out.reserve(utf8.size());
+    for (size_t i = 0; i < utf8.size();) {
+        const unsigned char lead = static_cast<unsigned char>(utf8[i]);
+        int length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+        unsigned int code = lead < 0x80 ? lead : lead >= 0xF0 ? lead & 0x07u : lead >= 0xE0 ? lead & 0x0Fu : lead & 0x1Fu;
+        for (int k = 1; k < length && i + static_cast<size_t>(k) < utf8.size(); ++k) {
+            code = (code << 6) | (static_cast<unsigned char>(utf8[i + static_cast<size_t>(k)]) & 0x3Fu);
+        }
+        out += code <= 0xFF ? static_cast<char>(code) : '?';
+        i += static_cast<size_t>(length);
+    }
+    return out;
+}
+
 }  // namespace
 
 Node::Node(const char* name, const char** atts) : name(name ? name : "") {
@@ -116,6 +134,8 @@ void XMLHandler::endElement(const char*) {}
 
 void DOMXMLHandler::startElement(const char* name, const char** atts) {
     Node* node = new Node(name, atts);
+    node->name = toLatin1(node->name);
+    for (auto& attribute : node->attributes) attribute.second = toLatin1(attribute.second);
     if (!root) {
         root = node;
     } else {
