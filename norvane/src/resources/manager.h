@@ -58,11 +58,17 @@ public:
     ~NamedResourceBank() override {
         while (!resources.empty()) {
             auto last = std::prev(resources.end());
-            if (!last->second) {
+            T* resource = last->second;
+            if (!resource) {
                 resources.erase(last);  // left behind by a lookup with operator[]
                 continue;
             }
-            delete last->second;
+            // A resource that does not know its entry would leave it behind, and this loop would
+            // meet it again (twice deleted) or erase a neighbour's entry.
+            resource->name = last->first;
+            const size_t before = resources.size();
+            delete resource;
+            if (resources.size() == before) resources.erase(last);
         }
     }
     virtual int size() const { return static_cast<int>(resources.size()); }

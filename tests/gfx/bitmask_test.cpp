@@ -1,0 +1,211 @@
+#include "gfx/bitmask.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "test_surfaces.h"
+
+using norvane::basic_Rect;
+using norvane::gfx::Bitmask;
+using norvane::gfx::checkCollisionBitmask;
+
+namespace {
+
+void expectRect(const basic_Rect<int>& r, int x, int y, int w, int h) {
+    EXPECT_EQ(r.x, x);
+    EXPECT_EQ(r.y, y);
+    EXPECT_EQ(r.width, w);
+    EXPECT_EQ(r.height, h);
+}
+
+SurfacePtr randomSurface(int width, int height, double density, unsigned seed) {
+    std::mt19937 random(seed);
+    std::bernoulli_distribution solid(density);
+    SurfacePtr surface = makeRgbaSurface(width, height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) setPixel(surface.get(), x, y, 0, 0, 0, solid(random) ? 255 : 0);
+    }
+    return surface;
+}
+
+bool bruteCollision(const Bitmask& a, const Bitmask& b, int dx, int dy) {
+    for (int y = 0; y < a.getHeight(); ++y) {
+        for (int x = 0; x < a.getWidth(); ++x) {
+            const int bx = x - dx, by = y - dy;
+            if (bx < 0 || by < 0 || bx >= b.getWidth() || by >= b.getHeight()) continue;
+            if (a.at(x, y) && b.at(bx, by)) return true;
+        }
+    }
+    return false;
+}
+
+bool allSolid(const Bitmask& m, const basic_Rect<int>& r) {
+    for (int y = r.y; y < r.y + r.height; ++y) {
+        for (int x = r.x; x < r.x + r.width; ++x) {
+            if (!m.at(x, y)) return false;
+        }
+    }
+    return true;
+}
+
+int bruteLargestSolidArea(const Bitmask& m) {
+    int best = 0;
+    for (int y0 = 0; y0 < m.getHeight(); ++y0)
+        for (int x0 = 0; x0 < m.getWidth(); ++x0)
+            for (int y1 = y0; y1 < m.getHeight(); ++y1)
+                for (int x1 = x0; x1 < m.getWidth(); ++x1) {
+                    const basic_Rect<int> r{x0, y0, x1 - x0 + 1, y1 - y0 + 1};
+                    if (r.width * r.height > best && allSolid(m, r)) best = r.width * r.height;
+                }
+    return best;
+}
+
+}  // namespace
+
+TEST(Bitmask, SolidMeansAlphaOver256ths) {
+    struct Case {
+        Uint8 alpha;
+        float threshold;
+        bool solid;
+    } const cases[] = {{128, 0.5f, false}, {129, 0.5f, true}, {1, 0.0f, true}, {0, 0.0f, false}, {255, 0.99f, true},
+                       {255, 0.9961f, false}};
+    for (const Case& c : cases) {
+        SurfacePtr surface = makeRgbaSurface(1, 1);
+        setPixel(surface.get(), 0, 0, 10, 20, 30, c.alpha);
+        const Bitmask mask(surface.get(), c.threshold, false);
+        EXPECT_EQ(mask.at(0, 0), c.solid) << "alpha " << int(c.alpha) << " threshold " << c.threshold;
+    }
+}
+
+TEST(Bitmask, RowsStartOnWordsWithTheLeftmostPixelHighest) {
+    SurfacePtr surface = makeRgbaSurface(40, 10);
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 40; ++x) setPixel(surface.get(), x, y, 0, 0, 0, 255);
+    const Bitmask mask(surface.get(), 0.5f, false);
+    ASSERT_EQ(mask.getSize(), 20);
+    for (int i = 0; i < 20; i += 2) {
+        EXPECT_EQ(mask.getBits()[i], 0xFFFFFFFFu);
+        EXPECT_EQ(mask.getBits()[i + 1], 0xFF000000u);
+    }
+    expectRect(mask.getOuterBoundingBox(), 0, 0, 40, 10);
+    expectRect(mask.getInnerBoundingBox(), 0, 0, 40, 10);
+
+    const Bitmask single(surfaceFromPicture({"..#", "..."}).get(), 0.5f, false);
+    EXPECT_EQ(single.getBits()[0], 0x20000000u);
+    EXPECT_EQ(single.getBits()[1], 0u);
+}
+
+TEST(Bitmask, BoundingBoxesOfHandMadeMasks) {
+    const Bitmask empty(surfaceFromPicture({"....", "....", "...."}).get(), 0.5f, false);
+    expectRect(empty.getOuterBoundingBox(), 4, 3, -3, -2);
+    expectRect(empty.getInnerBoundingBox(), 0, 0, 0, 0);
+    for (int i = 0; i < empty.getSize(); ++i) EXPECT_EQ(empty.getBits()[i], 0u);
+
+    // The horizontal bar is complete in row 1, before the vertical bar of equal area.
+    const Bitmask plus(surfaceFromPicture({".#.", "###", ".#."}).get(), 0.5f, false);
+    expectRect(plus.getOuterBoundingBox(), 0, 0, 3, 3);
+    expectRect(plus.getInnerBoundingBox(), 0, 1, 3, 1);
+
+    const Bitmask ring(surfaceFromPicture({"......",
+                                           ".####.",
+                                           ".#..#.",
+                                           ".####.",
+                                           "......"}).get(),
+                       0.5f, false);
+    expectRect(ring.getOuterBoundingBox(), 1, 1, 4, 3);
+    expectRect(ring.getInnerBoundingBox(), 1, 1, 4, 1);
+
+    const Bitmask steps(surfaceFromPicture({"#....",
+                                            "##...",
+                                            "###..",
+                                            "####.",
+                                            "#####"}).get(),
+                        0.5f, false);
+    expectRect(steps.getOuterBoundingBox(), 0, 0, 5, 5);
+    expectRect(steps.getInnerBoundingBox(), 0, 2, 3, 3);
+}
+
+TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        const int width = 1 + static_cast<int>(seed % 11), height = 1 + static_cast<int>(seed % 7);
+        // Alternating keepCache and widths: stale column runs from a previous build would show here.
+        const Bitmask mask(randomSurface(width, height, 0.75, seed).get(), 0.5f, seed % 3 != 0);
+        const basic_Rect<int>& inner = mask.getInnerBoundingBox();
+        EXPECT_EQ(inner.width * inner.height, bruteLargestSolidArea(mask)) << "seed " << seed;
+        EXPECT_TRUE(allSolid(mask, inner)) << "seed " << seed;
+    }
+    norvane::gfx::clearBitmaskCache();
+}
+
+TEST(Bitmask, OnlyThirtyTwoBitSurfacesHaveSolidPixels) {
+    SurfacePtr rgb(SDL_CreateRGBSurface(SDL_SWSURFACE, 3, 2, 24, 0xFF, 0xFF00, 0xFF0000, 0));
+    SDL_FillRect(rgb.get(), nullptr, 0xFFFFFF);
+    testing::internal::CaptureStdout();
+    const Bitmask fromRgb(rgb.get(), 0.0f, false);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_FALSE(fromRgb.at(0, 0));
+    expectRect(fromRgb.getOuterBoundingBox(), 3, 2, -2, -1);
+
+    SurfacePtr palette(SDL_CreateRGBSurface(SDL_SWSURFACE, 2, 1, 8, 0, 0, 0, 0));
+    testing::internal::CaptureStdout();
+    const Bitmask fromPalette(palette.get(), 0.0f, false);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "[bitmask] Can't handle 8 bits per pixel.\n[bitmask] Can't handle 8 bits per pixel.\n");
+    EXPECT_FALSE(fromPalette.at(1, 0));
+}
+
+TEST(Bitmask, CollisionMatchesBruteForceAtEveryOffset) {
+    // Widths around word boundaries, in both roles.
+    const struct {
+        int width, height;
+        double density;
+    } shapes[] = {{1, 3, 0.7}, {31, 4, 0.08}, {32, 3, 0.1}, {33, 5, 0.06}, {64, 2, 0.05}, {70, 4, 0.03}};
+    std::vector<Bitmask> masks;
+    unsigned seed = 7;
+    for (const auto& s : shapes) masks.emplace_back(randomSurface(s.width, s.height, s.density, seed++).get(), 0.5f, true);
+    norvane::gfx::clearBitmaskCache();
+
+    int hits = 0, misses = 0;
+    for (const Bitmask& a : masks) {
+        for (const Bitmask& b : masks) {
+            for (int dy = -b.getHeight() - 1; dy <= a.getHeight() + 1; ++dy) {
+                for (int dx = -b.getWidth() - 1; dx <= a.getWidth() + 1; ++dx) {
+                    const bool expected = bruteCollision(a, b, dx, dy);
+                    ASSERT_EQ(checkCollisionBitmask(&a, &b, dx, dy), expected)
+                        << a.getWidth() << "x" << a.getHeight() << " vs " << b.getWidth() << "x" << b.getHeight()
+                        << " at " << dx << "," << dy;
+                    ++(expected ? hits : misses);
+                }
+            }
+        }
+    }
+    EXPECT_GT(hits, 1000);
+    EXPECT_GT(misses, 1000);
+}
+
+TEST(Bitmask, SinglePixelsMeetAcrossAWordBoundary) {
+    SurfacePtr aSurface = makeRgbaSurface(40, 8);
+    setPixel(aSurface.get(), 33, 5, 0, 0, 0, 255);
+    SurfacePtr bSurface = makeRgbaSurface(4, 2);
+    setPixel(bSurface.get(), 1, 0, 0, 0, 0, 255);
+    const Bitmask a(aSurface.get(), 0.5f, false), b(bSurface.get(), 0.5f, false);
+    EXPECT_TRUE(checkCollisionBitmask(&a, &b, 32, 5));
+    EXPECT_FALSE(checkCollisionBitmask(&a, &b, 31, 5));
+    EXPECT_TRUE(checkCollisionBitmask(&b, &a, -32, -5));
+    EXPECT_FALSE(checkCollisionBitmask(&a, &b, 32, 8));   // rows do not meet
+    EXPECT_FALSE(checkCollisionBitmask(&a, &b, 32, -2));
+}
+
+TEST(Bitmask, PrintsMaskAndOverlapForDebugging) {
+    const Bitmask plus(surfaceFromPicture({".#.", "###", ".#."}).get(), 0.5f, false);
+    const Bitmask dot(surfaceFromPicture({"#"}).get(), 0.5f, false);
+    testing::internal::CaptureStdout();
+    plus.print();
+    norvane::gfx::printCollisionBitmask(&plus, &dot, 1, 1);
+    norvane::gfx::printCollisionBitmask(&plus, &dot, 0, 2);
+    norvane::gfx::printCollisionBitmask(&dot, &plus, -1, -1);
+    const std::string pad(29, '0');
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "3 x 3:\n.#." + pad + "|\nXXX" + pad + "|\n.#." + pad + "|\n" + "X\n" + "2\n" + "X\n");
+}
