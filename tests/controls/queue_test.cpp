@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "events.h"
+
 using namespace norvane;
 
 namespace {
@@ -30,13 +32,6 @@ public:
     Trigger* fires;
     bool claims;
 };
-
-std::vector<Trigger*> drain(ControlQueue& q) {
-    std::vector<Trigger*> out;
-    Trigger* t = nullptr;
-    while (q >> t, t) out.push_back(t);
-    return out;
-}
 
 void push(Uint8 type) {
     SDL_Event event{};
