@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "test_surfaces.h"
+#include "support/surfaces.h"
 
 using norvane::basic_Rect;
 using norvane::gfx::Bitmask;
