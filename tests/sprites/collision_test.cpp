@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "gfx/bitmask.h"
-#include "gfx/test_surfaces.h"
+#include "support/surfaces.h"
 #include "sprites/sprites.h"
 
 using norvane::basic_Rect;
