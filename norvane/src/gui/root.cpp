@@ -1,0 +1,151 @@
+#include "gui/root.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+#include "controls/queue.h"
+#include "gui/styles.h"
+#include "norvane.h"
+#include "sprites/sprites.h"
+
+namespace norvane {
+namespace gui {
+
+std::map<std::pair<unsigned char, unsigned char>, short> axisTable;
+const GuiResourceBankGenerator resourceBankGenerator;
+
+namespace {
+const char* const XML_GUI = "gui";
+// Stick positions within this distance of the middle count as centred.
+const short AXIS_DEAD_ZONE = 16000;
+}  // namespace
+
+GUI::GUI() : styles(new StyleBank), focusedComponent(this) { visible = false; }
+
+GUI::~GUI() {
+    // The tree goes first, while this is still a GUI, so leaving components find their root.
+    while (!children.empty()) delete children.back();
+    delete mouseCursor;
+    delete styles;
+}
+
+std::string GUI::getNodeName() { return XML_GUI; }
+
+void GUI::setMouseCursor(sprites::Sprite* cursor) {
+    if (cursor != mouseCursor) delete mouseCursor;
+    mouseCursor = cursor;
+}
+
+void GUI::setKeyRepeat(float delayMs, float repeatMs) {
+    keyDelay = delayMs;
+    keyRepeat = repeatMs;
+}
+
+void GUI::doMove() {
+    if (callback) callback->onMove();
+}
+
+void GUI::doConfirm() {
+    if (callback) callback->onConfirm();
+}
+
+void GUI::forget(const Component* subtree) {
+    auto inside = [subtree](const Component* c) {
+        for (; c; c = c->getParent()) {
+            if (c == subtree) return true;
+        }
+        return false;
+    };
+    if (inside(focusedComponent)) {
+        focusedComponent->setFocused(false);
+        focusedComponent = this;
+    }
+    if (inside(mouseCaptured)) mouseCaptured = nullptr;
+}
+
+bool GUI::evaluate(const SDL_Event& event, ControlQueue* queue) {
+    if (!active) return false;
+    Component* focus = focusedComponent;
+    switch (event.type) {
+    case SDL_KEYDOWN:
+        return focus->keyDown(queue, event.key.keysym.sym, event.key.keysym.mod, event.key.keysym.unicode);
+    case SDL_KEYUP:
+        return focus->keyUp(queue, event.key.keysym.sym, event.key.keysym.mod, event.key.keysym.unicode);
+    case SDL_JOYBUTTONDOWN: return focus->joyButtonDown(queue, event.jbutton.which, event.jbutton.button);
+    case SDL_JOYBUTTONUP: return focus->joyButtonUp(queue, event.jbutton.which, event.jbutton.button);
+    case SDL_JOYAXISMOTION: {
+        const short value = event.jaxis.value > AXIS_DEAD_ZONE ? 1 : event.jaxis.value < -AXIS_DEAD_ZONE ? -1 : 0;
+        short& last = axisTable[{event.jaxis.which, event.jaxis.axis}];
+        if (value == last) return false;
+        last = value;
+        return focus->joyAxisMotion(queue, event.jaxis.which, event.jaxis.axis, value);
+    }
+    case SDL_MOUSEMOTION: mouseMotion(event.motion, queue); return true;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP: {
+        Component* target = mouseCaptured ? mouseCaptured : focus;
+        const float screenHeight = currentViewport ? currentViewport->height : 0.0f;
+        const basic_Vector2D<float> position =
+            target->getRelativeCoordinates({float(event.button.x), screenHeight - float(event.button.y)});
+        if (event.type == SDL_MOUSEBUTTONDOWN) {
+            target->mouseDown(queue, position, event.button.button);
+        } else {
+            target->mouseUp(queue, position, event.button.button);
+        }
+        return true;
+    }
+    default: return false;
+    }
+}
+
+void GUI::mouseMotion(const SDL_MouseMotionEvent& motion, ControlQueue* queue) {
+    if (!mouseCursor) return;
+    const basic_Vector2D<float> cursor{
+        std::clamp(float(motion.x) - dimensions.x, 0.0f, std::max(0.0f, dimensions.width - 1.0f)),
+        std::clamp(dimensions.height - float(motion.y) - dimensions.y, 0.0f, std::max(0.0f, dimensions.height - 1.0f))};
+    mouseCursor->position = cursor;
+    Component* found = find(cursor);
+    if (Component* captured = mouseCaptured) {
+        const basic_Vector2D<float> position = captured->getRelativeCoordinates(cursor);
+        if (found == captured && !captured->isFocused()) {
+            captured->enter(queue, position);
+            captured->setFocused(true);
+        } else if (found != captured && captured->isFocused()) {
+            captured->leave(queue, position);
+            setFocused(true);
+        } else {
+            captured->mouseMove(queue, position);
+        }
+        return;
+    }
+    if (!found) return;  // over nothing (a hidden or disabled GUI): the focus stays
+    if (found == focusedComponent && found->isFocused()) {
+        found->mouseMove(queue, found->getRelativeCoordinates(cursor));
+        return;
+    }
+    focusedComponent->leave(queue, cursor);
+    found->enter(queue, cursor);
+    found->setFocused(true);
+}
+
+void GUI::draw() {
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    currentPos = {0.0f, 0.0f};
+    Component::draw();
+    glPopAttrib();
+}
+
+void GUI::drawSelfPost() {
+    if (mouseCursor && mouseCursor->visible) mouseCursor->drawSelf();
+}
+
+BasicResourceBank* GuiResourceBankGenerator::generateBank(const std::string& type) const {
+    return type == XML_GUI ? new GUI : nullptr;
+}
+
+}  // namespace gui
+}  // namespace norvane
