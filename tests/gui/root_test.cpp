@@ -4,7 +4,7 @@
 
 #include "controls/queue.h"
 #include "gui/probe.h"
-#include "norvane.h"
+#include "screen.h"
 #include "sprites/sprites.h"
 
 using namespace norvane;
@@ -34,8 +34,7 @@ class Routing : public ::testing::Test {
 protected:
     void SetUp() override {
         axisTable.clear();
-        viewport = {0, 0, 640, 480};
-        currentViewport = &viewport;
+        vpScreen = {0, 0, 640, 480};
         gui.setDimensions({0, 0, 640, 480});
         gui.setCallback(&callback);
         gui.setActive(true);
@@ -54,11 +53,8 @@ protected:
         q.push(&behind);
         q.push(&gui);
     }
-    void TearDown() override { currentViewport = nullptr; }
-
     std::vector<std::string> journal;
     Callback callback;
-    basic_Rect<float> viewport;
     GUI gui;
     Component* pane;
     Probe* a;

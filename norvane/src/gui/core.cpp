@@ -6,9 +6,14 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <cstdlib>
+#include <memory>
 
 #include "controls/queue.h"
+#include "gui/containers.h"
 #include "gui/root.h"
+#include "gui/standard.h"
+#include "xml/xml.h"
 
 namespace norvane {
 namespace gui {
@@ -16,6 +21,59 @@ namespace gui {
 basic_Vector2D<float> currentPos;
 
 namespace {
+
+const char* const XML_NAME = "name";
+const char* const XML_X = "x";
+const char* const XML_Y = "y";
+const char* const XML_WIDTH = "width";
+const char* const XML_HEIGHT = "height";
+const char* const XML_GRID_X = "gridX";
+const char* const XML_GRID_Y = "gridY";
+const char* const XML_GRID_WIDTH = "gridWidth";
+const char* const XML_GRID_HEIGHT = "gridHeight";
+const char* const XML_VISIBLE = "visible";
+const char* const XML_ENABLED = "enabled";
+const char* const XML_DATA = "data";
+const char* const XML_DATA_STRING = "dataString";
+const char* const XML_TRIGGER_DIRECTION[] = {"triggerNorth", "triggerEast", "triggerSouth", "triggerWest"};
+
+// Grid cells and spans beyond this come from broken data; a grid of them would not fit in memory.
+const long MAX_GRID_SIZE = 256;
+
+Component* createComponent(const std::string& element) {
+    if (element == "Pane") return new Pane;
+    if (element == "InputCaptor") return new InputCaptor;
+    return nullptr;
+}
+
+// Reports an element whose cell or rectangle no component can have.
+bool isSound(const Node* node) {
+    const std::string name = node->getAttribute(XML_NAME, std::string());
+    for (const char* attribute : {XML_GRID_X, XML_GRID_Y}) {
+        const long value = node->getAttributeLong(attribute, -1);
+        if (std::labs(value) >= MAX_GRID_SIZE) {
+            debug::warning(dbgGui, "%s \"%s\": %s %ld is out of range. Element skipped.", node->name.c_str(),
+                           name.c_str(), attribute, value);
+            return false;
+        }
+    }
+    for (const char* attribute : {XML_GRID_WIDTH, XML_GRID_HEIGHT}) {
+        const long value = node->getAttributeLong(attribute, 1);
+        if (value < 1 || value > MAX_GRID_SIZE) {
+            debug::warning(dbgGui, "%s \"%s\": %s %ld is out of range. Element skipped.", node->name.c_str(),
+                           name.c_str(), attribute, value);
+            return false;
+        }
+    }
+    for (const char* attribute : {XML_X, XML_Y, XML_WIDTH, XML_HEIGHT}) {
+        if (!std::isfinite(node->getAttributeFloat(attribute, 0.0f))) {
+            debug::warning(dbgGui, "%s \"%s\": %s is not a number. Element skipped.", node->name.c_str(),
+                           name.c_str(), attribute);
+            return false;
+        }
+    }
+    return true;
+}
 
 // The scissor box in window pixels that the children being drawn are clipped to; empty width
 // while no component clips.
@@ -253,6 +311,50 @@ bool Component::joyAxisMotion(ControlQueue* queue, unsigned char joystick, unsig
     return true;
 }
 
+Trigger* readTrigger(const Node* node, const char* attribute, const GUI* gui, Trigger* current) {
+    const std::string* triggerName = node->getAttribute(attribute);
+    if (!triggerName) return current;
+    return gui ? gui->findTrigger(*triggerName) : nullptr;
+}
+
+void Component::getSelfFromNode(const Node* node, GUI* gui) {
+    const std::string* ownName = node->getAttribute(XML_NAME);
+    if (!ownName) debug::error(dbgGui, "No name specified for component. Using empty name.");
+    name = ownName ? *ownName : std::string();
+    setDimensions(basic_Rect<float>{node->getAttributeFloat(XML_X, dimensions.x),
+                                    node->getAttributeFloat(XML_Y, dimensions.y),
+                                    node->getAttributeFloat(XML_WIDTH, dimensions.width),
+                                    node->getAttributeFloat(XML_HEIGHT, dimensions.height)});
+    gridX = static_cast<int>(node->getAttributeLong(XML_GRID_X, gridX));
+    gridY = static_cast<int>(node->getAttributeLong(XML_GRID_Y, gridY));
+    gridWidth = static_cast<int>(node->getAttributeLong(XML_GRID_WIDTH, gridWidth));
+    gridHeight = static_cast<int>(node->getAttributeLong(XML_GRID_HEIGHT, gridHeight));
+    setVisible(node->getAttributeBool(XML_VISIBLE, visible));
+    setEnabled(node->getAttributeBool(XML_ENABLED, enabled));
+    data = node->getAttributeLong(XML_DATA, data);
+    dataString = node->getAttribute(XML_DATA_STRING, dataString);
+    for (int d = North; d <= West; ++d) triggers[d] = readTrigger(node, XML_TRIGGER_DIRECTION[d], gui, triggers[d]);
+}
+
+void Component::getChildrenFromNode(const Node* node, GUI* gui) {
+    for (const Node* element : node->children) {
+        std::unique_ptr<Component> child(createComponent(element->name));
+        if (!child || !isSound(element)) continue;
+        GUI* root = gui ? gui : dynamic_cast<GUI*>(child.get());
+        child->getSelfFromNode(element, root);
+        child->getChildrenFromNode(element, root);
+        child->recalcNeighbours();
+        *this += child.release();
+    }
+}
+
+void Component::getComponentFromNode(const Node* node, GUI* gui) {
+    GUI* root = gui ? gui : dynamic_cast<GUI*>(this);
+    getSelfFromNode(node, root);
+    getChildrenFromNode(node, root);
+    recalcNeighbours();
+}
+
 void Component::perform(ControlQueue* queue, float ms) {
     if (!enabled) return;
     performSelf(queue, ms);
@@ -296,8 +398,11 @@ void Component::recalcNeighbours() {
     }
     std::vector<Component*> cells(static_cast<size_t>(width) * static_cast<size_t>(height), nullptr);
     auto cell = [&](int x, int y) -> Component*& { return cells[static_cast<size_t>(y) * width + x]; };
+    auto placed = [](const Component* c) {
+        return c->focusable && c->gridX >= 0 && c->gridY >= 0 && c->gridWidth >= 1 && c->gridHeight >= 1;
+    };
     for (Component* child : children) {
-        if (!child->focusable || child->gridX < 0 || child->gridY < 0) continue;
+        if (!placed(child)) continue;
         for (int y = child->gridY; y < child->gridY + child->gridHeight; ++y) {
             for (int x = child->gridX; x < child->gridX + child->gridWidth; ++x) cell(x, y) = child;
         }
@@ -305,8 +410,8 @@ void Component::recalcNeighbours() {
     for (Component* child : children) {
         if (!child->focusable) continue;
         child->neighbours.fill(nullptr);
+        if (!placed(child)) continue;
         const int x = child->gridX, y = child->gridY;
-        if (x < 0 || y < 0) continue;
         child->neighbours[North] = cell(x, y == 0 ? height - 1 : y - 1);
         child->neighbours[East] = cell(x >= width - 1 ? 0 : x + 1, y);
         child->neighbours[South] = cell(x, y >= height - 1 ? 0 : y + 1);

@@ -51,6 +51,8 @@ public:
     virtual bool getVisible() const;
     virtual bool getEnabled() const;
 
+    virtual void getSelfFromNode(const Node* node, GUI* gui);
+
     virtual void draw();
     virtual void drawSelf() {}
     virtual void drawSelfPost() {}  // after the children, outside their clipping
@@ -103,6 +105,10 @@ public:
 
     void perform(ControlQueue* queue, float ms);  // children from the last to the first
     void recalcNeighbours();  // run once the children are complete
+    // Creates a component for every component element below `node`; other elements are passed
+    // over. With a null `gui` a new component that is a GUI stands for it.
+    void getChildrenFromNode(const Node* node, GUI* gui);
+    void getComponentFromNode(const Node* node, GUI* gui);  // fills this component
 
     // Free for the application; `focusable` components take part in navigation and Tab.
     bool focusable = false;
@@ -130,6 +136,10 @@ private:
     Component* reachableNeighbour(Direction direction);
     void setFocusFlags(bool hasFocus);  // on this component and all its ancestors
 };
+
+// The trigger named by `attribute` ("evaluator.trigger"), `current` when the attribute is absent,
+// null when it names nothing or there is no GUI to ask.
+Trigger* readTrigger(const Node* node, const char* attribute, const GUI* gui, Trigger* current);
 
 }  // namespace gui
 }  // namespace norvane

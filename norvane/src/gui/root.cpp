@@ -4,10 +4,12 @@
 
 #include <algorithm>
 
+#include "controls/inputevaluator.h"
 #include "controls/queue.h"
 #include "gui/styles.h"
-#include "norvane.h"
+#include "screen.h"
 #include "sprites/sprites.h"
+#include "xml/xml.h"
 
 namespace norvane {
 namespace gui {
@@ -17,6 +19,11 @@ const GuiResourceBankGenerator resourceBankGenerator;
 
 namespace {
 const char* const XML_GUI = "gui";
+
+Style* createStyle(const std::string& element) {
+    if (element == "PlainRectStyle") return new PlainRectStyle;
+    return nullptr;
+}
 // Stick positions within this distance of the middle count as centred.
 const short AXIS_DEAD_ZONE = 16000;
 }  // namespace
@@ -48,6 +55,38 @@ void GUI::doMove() {
 
 void GUI::doConfirm() {
     if (callback) callback->onConfirm();
+}
+
+Trigger* GUI::findTrigger(const std::string& fullName) const {
+    if (!manager) {
+        debug::critical(dbgGui, "Manager not yet set!");
+        throw std::string("Manager not yet set!");
+    }
+    const size_t dot = fullName.find('.');
+    if (dot == std::string::npos) {
+        debug::critical(dbgGui, "Not a fully qualified trigger name.");
+        return nullptr;
+    }
+    auto bank = manager->banks.find(fullName.substr(0, dot));
+    if (bank == manager->banks.end()) return nullptr;
+    auto* evaluator = dynamic_cast<InputEvaluator*>(bank->second);
+    return evaluator ? evaluator->find(fullName.substr(dot + 1)) : nullptr;
+}
+
+void GUI::getFromNode(const Node* node, const std::string&) {
+    getSelfFromNode(node, this);
+    getChildrenFromNode(node, this);
+    recalcNeighbours();
+}
+
+void GUI::getSelfFromNode(const Node* node, GUI* gui) {
+    Component::getSelfFromNode(node, gui);
+    for (const Node* element : node->children) {
+        Style* style = createStyle(element->name);
+        if (!style) continue;
+        style->getFromNode(element, this);
+        styles->add(style->name, style);  // replaces and deletes an earlier one of that name
+    }
 }
 
 void GUI::forget(const Component* subtree) {
@@ -85,9 +124,8 @@ bool GUI::evaluate(const SDL_Event& event, ControlQueue* queue) {
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP: {
         Component* target = mouseCaptured ? mouseCaptured : focus;
-        const float screenHeight = currentViewport ? currentViewport->height : 0.0f;
         const basic_Vector2D<float> position =
-            target->getRelativeCoordinates({float(event.button.x), screenHeight - float(event.button.y)});
+            target->getRelativeCoordinates({float(event.button.x), vpScreen.height - float(event.button.y)});
         if (event.type == SDL_MOUSEBUTTONDOWN) {
             target->mouseDown(queue, position, event.button.button);
         } else {

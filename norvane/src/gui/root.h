@@ -43,6 +43,8 @@ public:
     // False for every event while inactive, so the next evaluator sees it.
     bool evaluate(const SDL_Event& event, ControlQueue* queue) override;
     std::string getNodeName() override;
+    // Styles first, in document order, then the components; `dir` is not used.
+    void getFromNode(const Node* node, const std::string& dir) override;
 
     virtual fonts::FontBank* getFonts() const { return fonts; }
     virtual gfx::ImageBank* getImages() const { return images; }
@@ -58,6 +60,7 @@ public:
     virtual void setActive(bool isActive) { active = isActive; }
     virtual void setKeyRepeat(float delayMs, float repeatMs);
 
+    void getSelfFromNode(const Node* node, GUI* gui) override;
     void draw() override;
     void drawSelfPost() override;  // the mouse cursor, over everything
 
@@ -67,6 +70,9 @@ public:
     GUICallback* getCallback() const { return callback; }
     void doMove();
     void doConfirm();
+    // "evaluator.trigger" among the manager's input evaluators; null when it names nothing.
+    // Throws "Manager not yet set!" without a manager.
+    Trigger* findTrigger(const std::string& fullName) const;
 
     using Component::perform;  // the tree's; the evaluator's per-frame step stays empty
     using Evaluator::perform;
