@@ -28,8 +28,10 @@ protected:
         for (auto& bank : manager.banks) delete bank.second;  // the manager leaves them alive
     }
     GUI* load(const std::string& guiContent) {
-        mkdirs(TEST_TMP_DIR "/");
-        const std::string path = TEST_TMP_DIR "/resources.xml";
+        // The scratch directory is shared by every test folder, and tests run in parallel.
+        mkdirs(TEST_TMP_DIR "/gui/");
+        const std::string path = std::string(TEST_TMP_DIR "/gui/") +
+                                 ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".xml";
         std::ofstream(path) << "<resources><inputEvaluator name=\"menu\">"
                                "<trigger code=\"1\" name=\"up\"/><trigger code=\"2\" name=\"back\"/>"
                                "</inputEvaluator><gui name=\"gui\">"
