@@ -17,18 +17,3 @@ TEST(AudioCore, NoSoundCardGivesTheAlcErrorName) {
     EXPECT_EQ(context, nullptr);
     cleanUp();
 }
-
-TEST(AudioCore, OneContextOnly) {
-    enabled = false;  // no device needed to test the guard
-    init("", testaudio::RATE);
-    ASSERT_TRUE(context);
-    try {
-        Context second(testaudio::RATE);
-        FAIL() << "nothing thrown";
-    } catch (const std::string& text) {
-        EXPECT_EQ(text, "Cannot create more than one audio context.");
-    }
-    cleanUp();
-    EXPECT_EQ(context, nullptr);
-    enabled = true;
-}

@@ -28,8 +28,6 @@ void eraseFrom(std::vector<Sound*>& list, Sound* sound) {
 
 }  // namespace
 
-// [SECTION] Sounds
-
 void SoundProperties::setStereoPosition(float p) {
     if (p <= -1.0f) {
         x = -1.0f;
@@ -176,8 +174,6 @@ void StreamedSound::stream() {
         alSourcePlay(name);
     }
 }
-
-// [SECTION] Sources and the pool
 
 Source::~Source() {
     delete sound;  // detaches itself from this source

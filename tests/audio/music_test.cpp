@@ -1,0 +1,216 @@
+#include "audio/music.h"
+
+#include <AL/al.h>
+#include <SDL/SDL.h>
+
+#include <memory>
+#include <vector>
+
+#include "audio/resources.h"
+#include "helpers.h"
+
+using namespace norvane::audio;
+using namespace testaudio;
+
+namespace {
+
+// Reads what the music thread may be changing under the manager's own mutex.
+class WatchedMusic : public MusicManager {
+public:
+    std::vector<StreamedSample*> queued() {
+        SDL_mutexP(mutex);
+        std::vector<StreamedSample*> list(queue.begin(), queue.end());
+        SDL_mutexV(mutex);
+        return list;
+    }
+    StreamedSample* playing() {
+        SDL_mutexP(mutex);
+        StreamedSample* sample = currentStream ? currentStream->sample : nullptr;
+        SDL_mutexV(mutex);
+        return sample;
+    }
+    float gain() {
+        float value = -1.0f;
+        alGetSourcef(source, AL_GAIN, &value);
+        return value;
+    }
+    bool sounds() {
+        ALint state = 0;
+        alGetSourcei(source, AL_SOURCE_STATE, &state);
+        return state == AL_PLAYING;
+    }
+};
+
+class Music : public AudioTest {
+protected:
+    StreamedSample* piece(const std::string& name, const std::string& synth, bool loop, long bufferSize = 65536) {
+        samples.emplace_back(new StreamedSample());
+        samples.back()->filename = makeOgg(name, synth);
+        samples.back()->properties.loop = loop;
+        samples.back()->bufferSize = bufferSize;
+        return samples.back().get();
+    }
+
+    std::vector<std::unique_ptr<StreamedSample>> samples;
+};
+
+}  // namespace
+
+// An intro, a piece of one and a half buffers (32768 frames each), then a loop: the wave writer
+// shows each in turn, once, with no gap between them, and the loop repeating.
+TEST_F(Music, PiecesFollowEachOtherWithoutAGap) {
+    const size_t intro = 49100, middle = 49140, loop = 26450;  // whole periods of 441, 630, 882 Hz
+    std::unique_ptr<WatchedMusic> music(new WatchedMusic());
+    music->addAsLast(piece("intro.ogg", "49100s sine 441 vol 0.5", false));
+    music->addAsLast(piece("middle.ogg", "49140s sine 630 vol 0.5", false));
+    music->addAsLast(piece("loop.ogg", "26450s sine 882 vol 0.5", true));
+    testing::internal::CaptureStdout();
+    music->play();
+    SDL_Delay(4700);
+    music->setCurrentVolume(0.5f);
+    SDL_Delay(500);
+    music.reset();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    const Recording rec = stopAndRead();
+
+    const size_t start = rec.firstSound();
+    const size_t loopStart = start + intro + middle;
+    const size_t quieter = loopStart + 4 * loop;  // well before the volume change
+    ASSERT_LT(quieter, rec.left.size());
+    const float level = amplitude(rec.left, start + 1000, 10000);
+    EXPECT_GT(level, 0.1f);
+    for (size_t at = start; at + 1000 < quieter; at += 1000) {
+        ASSERT_NEAR(amplitude(rec.left, at, 1000), level, 0.1f * level) << "gap at frame " << at - start;
+        ASSERT_NEAR(amplitude(rec.right, at, 1000), level, 0.1f * level) << "off centre at frame " << at - start;
+    }
+    const std::pair<size_t, float> expected[] = {{start + 500, 441},         {start + intro - 2500, 441},
+                                                 {start + intro + 500, 630}, {loopStart - 2500, 630},
+                                                 {loopStart + 500, 882},     {loopStart + 3 * loop + 500, 882}};
+    for (const auto& e : expected) EXPECT_NEAR(frequency(rec.left, e.first, 2000), e.second, 12.0f) << e.first - start;
+
+    size_t end = quieter;
+    while (end < rec.left.size() && amplitude(rec.left, end, 1000) > 0.75f * level) end += 500;
+    ASSERT_LT(end + 10000, rec.left.size());
+    EXPECT_NEAR(amplitude(rec.left, end + 2000, 4000), 0.5f * level, 0.1f * level);  // the gain took at once
+}
+
+TEST_F(Music, QueueOperations) {
+    WatchedMusic music;
+    StreamedSample* a = piece("a.ogg", "0.1 sine 441", true, 16384);
+    StreamedSample* b = piece("b.ogg", "0.1 sine 630", true, 16384);
+    StreamedSample* c = piece("c.ogg", "0.1 sine 882", true, 16384);
+    music.play();
+    EXPECT_FALSE(music.isPlaying());  // nothing queued
+
+    music.addAsLast(b);
+    music.addAsLast(c);
+    music.addAsNext(a);
+    EXPECT_EQ(music.queued(), (std::vector<StreamedSample*>{a, b, c}));
+    music.skipToLast();
+    EXPECT_EQ(music.playing(), c);
+    EXPECT_TRUE(music.queued().empty());
+    EXPECT_TRUE(music.isPlaying());
+    SDL_Delay(300);
+    EXPECT_TRUE(music.sounds());  // the thread keeps the loop going
+
+    music.skipToNext();  // nothing behind it
+    EXPECT_FALSE(music.isPlaying());
+    EXPECT_EQ(music.playing(), nullptr);
+
+    music.addAsLast(a);
+    music.addAsLast(b);
+    music.play();
+    music.play();  // while playing: stops first, then starts the next piece
+    EXPECT_EQ(music.playing(), b);
+    music.stop();
+    EXPECT_FALSE(music.isPlaying());
+}
+
+TEST_F(Music, FadeOutStopsAndTheNextPieceStartsAtTheVolume) {
+    WatchedMusic music;
+    StreamedSample* theme = piece("theme.ogg", "0.5 sine 441", true, 16384);
+    music.setVolume(0.8f);
+    music.addAsLast(theme);
+    music.play();
+    EXPECT_FLOAT_EQ(music.gain(), 0.8f);
+    music.fadeOut(1000);
+    SDL_Delay(450);
+    EXPECT_LT(music.gain(), 0.7f);
+    EXPECT_GT(music.gain(), 0.0f);
+    EXPECT_TRUE(music.isPlaying());
+    for (int i = 0; i < 20 && music.isPlaying(); ++i) SDL_Delay(100);
+    EXPECT_FALSE(music.isPlaying());
+    EXPECT_FALSE(music.sounds());
+
+    music.addAsLast(theme);
+    music.play();
+    EXPECT_FLOAT_EQ(music.gain(), 0.8f);
+    SDL_Delay(300);
+    EXPECT_FLOAT_EQ(music.gain(), 0.8f);  // the finished fade does not come back
+}
+
+TEST_F(Music, BrokenPiecesNeverStopTheThread) {
+    WatchedMusic music;
+    StreamedSample missing;
+    missing.filename = "nowhere/missing.ogg";
+    music.addAsLast(&missing);
+    try {
+        music.play();
+        FAIL() << "nothing thrown";
+    } catch (const std::string& text) {
+        EXPECT_EQ(text, "Error streaming music \"nowhere/missing.ogg\": Could not open file \"nowhere/missing.ogg\".");
+    }
+    music.stop();
+
+    StreamedSample* damaged = piece("damaged.ogg", "3 whitenoise vol 0.3", true, 8192);
+    std::string data = readFile(damaged->filename);
+    data[data.size() / 2] ^= 1;
+    writeFile("damaged.ogg", data);
+    StreamedSample notVorbis;
+    notVorbis.filename = writeFile("text.ogg", "no music");
+    StreamedSample* good = piece("good.ogg", "0.1 sine 441", true, 16384);
+
+    testing::internal::CaptureStdout();
+    music.addAsLast(damaged);
+    music.addAsLast(&notVorbis);
+    music.addAsLast(good);
+    music.play();
+    for (int i = 0; i < 40 && music.queued().size() > 1; ++i) SDL_Delay(100);
+    SDL_Delay(500);
+    const std::string log = testing::internal::GetCapturedStdout();
+    EXPECT_NE(log.find("(error) Could not decode Ogg stream: "), std::string::npos) << log;
+    EXPECT_NE(log.find("(error) Error streaming music \"" + notVorbis.filename + "\": Could not read Ogg stream:"),
+              std::string::npos)
+        << log;
+
+    music.skipToNext();  // the thread is still there to stream the good piece
+    EXPECT_EQ(music.playing(), good);
+    SDL_Delay(800);  // four times the two buffers' length
+    EXPECT_TRUE(music.sounds());
+}
+
+// Meant for the thread sanitizer build: the main thread works the manager while the thread streams.
+TEST_F(Music, MainThreadWorksTheManagerWhileItStreams) {
+    WatchedMusic music;
+    StreamedSample* shortPiece = piece("short.ogg", "3000s sine 441", false, 4096);
+    StreamedSample* longPiece = piece("long.ogg", "20000s sine 630", false, 4096);
+    StreamedSample* loop = piece("loop.ogg", "5000s sine 882", true, 4096);
+    for (int i = 0; i < 60; ++i) {
+        music.addAsLast(shortPiece);
+        music.addAsLast(longPiece);
+        music.addAsNext(loop);
+        if (i % 3 == 0) music.play();
+        if (i % 3 == 1) music.skipToNext();
+        if (i % 5 == 2) music.fadeOut(150);
+        if (i % 7 == 3) music.skipToLast();
+        music.setVolume(0.5f + 0.01f * i);
+        music.setCurrentVolume(0.5f);
+        if (i % 11 == 4) music.stop();
+        if (i % 4 == 0) music.clearQueue();
+        SDL_Delay(37);
+        music.isPlaying();
+    }
+    music.stop();
+    music.terminate();
+    EXPECT_FALSE(music.isPlaying());
+}
