@@ -1,5 +1,7 @@
 #include "sprites/sprites.h"
 
+#include <GL/gl.h>
+
 #include <algorithm>
 #include <cassert>
 
@@ -94,6 +96,25 @@ void SpriteEngine::perform(float ms) {
     ++busy;
     for (Sprite* sprite : passSprites) sprite->perform(ms);
     --busy;
+}
+
+void SpriteEngine::draw() {
+    glPushAttrib(GL_COLOR_BUFFER_BIT);
+    glEnable(GL_BLEND);
+    setBlendMode(blendMode);
+    ++busy;
+    for (Sprite* sprite : sprites) {
+        if (!sprite->visible) continue;
+        const bool ownBlend = sprite->blendMode != blendMode;
+        if (ownBlend) {
+            glPushAttrib(GL_COLOR_BUFFER_BIT);
+            setBlendMode(sprite->blendMode);
+        }
+        sprite->drawSelf();
+        if (ownBlend) glPopAttrib();
+    }
+    --busy;
+    glPopAttrib();
 }
 
 void SpriteEngine::collectExtents(const SpriteEngine* engine, bool isOther) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "gfx/blend.h"
+#include "gfx/color.h"
 #include "math/geometry.h"
 
 namespace norvane {
@@ -39,11 +41,13 @@ public:
     bool checkCollisionBitmask(const Sprite* other) const;
 
     SpriteEngine* engine = nullptr;
+    Color color{1.0f, 1.0f, 1.0f, 1.0f};  // applied before drawing
     basic_Vector2D<float> position;  // in units of the 2D render context, y upward
     basic_Vector2D<float> size;      // of the current image
     basic_Vector2D<float> hotspot;
     bool visible;
     bool collidable = false;
+    BlendMode blendMode = BLEND_DEFAULT;
     basic_Rect<int> outerBoundingBox;
     basic_Rect<int> innerBoundingBox;
 };
@@ -65,12 +69,16 @@ public:
     int size() const { return static_cast<int>(sprites.size()); }
 
     void perform(float ms);
+    // With blending on and the engine's blend function; a sprite whose blendMode differs from the
+    // engine's is drawn with its own. Invisible sprites are skipped.
+    void draw();
     // Tells only the earlier sprite of each colliding pair.
     void testCollisions();
     // Tells this engine's sprite first, then the other's.
     void testCollisions(SpriteEngine* other);
 
     std::vector<Sprite*> sprites;
+    BlendMode blendMode = BLEND_DEFAULT;
 
 private:
     // A sprite's outer box in world units, x right and y down, widened to cover the rounding of
