@@ -11,6 +11,7 @@
 #include <new>
 #include <vector>
 
+#include "allocations.h"
 #include "gfx/bitmask.h"
 #include "norvane.h"
 #include "particles/starfield.h"
@@ -21,22 +22,6 @@
 using norvane::gfx::Bitmask;
 using norvane::sprites::Sprite;
 using norvane::sprites::SpriteEngine;
-
-namespace {
-
-size_t allocations = 0;
-
-}  // namespace
-
-// Counts every allocation, to show that a pass makes none once its buffers are sized.
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void* operator new(size_t size) {
-    ++allocations;
-    if (void* p = std::malloc(size ? size : 1)) return p;
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, size_t) noexcept { std::free(p); }
 
 namespace {
 
