@@ -16,9 +16,11 @@ using norvane::xml::Node;
 
 namespace {
 
+// Named after the running test too: ctest runs the tests of this file in parallel.
 std::string tmpFile(const std::string& name, const std::string& content) {
     norvane::mkdirs(TEST_TMP_DIR "/");
-    const std::string path = std::string(TEST_TMP_DIR) + "/" + name;
+    const std::string path = std::string(TEST_TMP_DIR) + "/" +
+                             testing::UnitTest::GetInstance()->current_test_info()->name() + "_" + name;
     std::ofstream(path, std::ios::binary) << content;
     return path;
 }
@@ -96,7 +98,7 @@ TEST(Xml, Latin1TextSurvivesARoundTrip) {
     Node root;
     root.name = "highscores";
     root["name"] = text;
-    const std::string path = std::string(TEST_TMP_DIR) + "/latin1.xml";
+    const std::string path = tmpFile("latin1.xml", "");
     root.saveXML(path.c_str());
     std::unique_ptr<Node> back(norvane::xml::loadXML(path.c_str()));
     ASSERT_TRUE(back);
