@@ -240,8 +240,8 @@ def export(piece, out_dir):
 
 # ---------------------------------------------------------------- the pieces
 
-BAND = {"pad": 0.22, "bass": 0.4, "arp": 0.16, "lead": 0.3, "kick": 0.85, "snare": 0.5,
-        "hat": 0.16, "openhat": 0.14, "tom": 0.5, "crash": 0.3, "rim": 0.35, "piano": 0.28}
+BAND = {"pad": 0.26, "bass": 0.26, "arp": 0.2, "lead": 0.5, "kick": 0.7, "snare": 0.45,
+        "hat": 0.15, "openhat": 0.13, "tom": 0.45, "crash": 0.28, "rim": 0.35, "piano": 0.3}
 
 
 def title():
@@ -306,7 +306,7 @@ def highscores():
 
 
 def gameover():
-    levels = dict(BAND, pad=0.3, bass=0.34, lead=0.5, hat=0.09, kick=0.6)
+    levels = dict(BAND, pad=0.32, bass=0.22, lead=0.6, hat=0.09, kick=0.55)
     intro = Section("Cm G", {"pad": "pp", "piano": "pp", "bass": "rr", "drums": "-S"},
                     "C5:1 Eb5:1 G5:1 C6:1 | B5:3 r:1", lead="piano")
     loop = Section("Cm Ab Eb Bb Cm Ab Fm G", {
@@ -318,7 +318,7 @@ def gameover():
 
 
 def death():
-    levels = dict(BAND, pad=0.34, bass=0.45, lead=0.34, tom=0.7, crash=0.35)
+    levels = dict(BAND, pad=0.34, bass=0.3, lead=0.5, tom=0.7, crash=0.35)
     section = Section("Cm Ab Cm", {"pad": "ppp", "bass": "rrr", "crash": "x-x"},
                       "G5:1 Eb5:1 C5:1 B4:1 | Ab4:2 G4:2 | C5:4")
     piece = Piece("death", 90, section, None, levels, room=2.4, tail=2.5)

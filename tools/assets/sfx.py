@@ -22,6 +22,11 @@ def _edges(x, rise=0.001, fall=0.01):
     return x
 
 
+def _strike(t, decay):
+    """A struck note's envelope: a 2 ms rise (no click), then a fall."""
+    return np.minimum(t / 0.002, 1.0) * np.exp(-t / decay)
+
+
 def _square(phase, harmonics=12):
     out = np.zeros_like(phase)
     for k in range(1, 2 * harmonics, 2):
@@ -73,7 +78,7 @@ def extra():
         start = int(i * 0.05 * RATE)
         t = _t(0.5 - i * 0.05)
         f = 440 * 2 ** ((midi - 69) / 12)
-        note = (_square(f * t, 5) * 0.5 + np.sin(2 * math.pi * 2 * f * t) * 0.3) * np.exp(-t / 0.09)
+        note = (_square(f * t, 5) * 0.5 + np.sin(2 * math.pi * 2 * f * t) * 0.3) * _strike(t, 0.09)
         out[start:start + len(note)] += note * (0.7 + 0.1 * i)
     shimmer = np.sin(2 * math.pi * 4186 * total) * np.sin(2 * math.pi * 23 * total) ** 2
     out += shimmer * np.exp(-np.abs(total - 0.2) / 0.08) * 0.25
@@ -106,7 +111,7 @@ def menu_click():
     for i, f in enumerate((1046.5, 1568.0)):
         t = _t(0.08)
         start = int(i * 0.045 * RATE)
-        tone = (np.sin(2 * math.pi * f * t) + 0.3 * np.sin(2 * math.pi * 2 * f * t)) * np.exp(-t / 0.03)
+        tone = (np.sin(2 * math.pi * f * t) + 0.3 * np.sin(2 * math.pi * 2 * f * t)) * _strike(t, 0.03)
         out[start:start + len(t)] += tone
     return _edges(out, 0.001, 0.01)
 
