@@ -1,0 +1,147 @@
+#include "gfx/simpleimage.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <SDL/SDL.h>
+#include <SDL/SDL_image.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "gfx/imagebank.h"
+
+namespace norvane {
+namespace gfx {
+
+namespace {
+
+struct SurfaceDeleter {
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using SurfacePtr = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
+
+#if SDL_BYTEORDER == SDL_LIL_ENDIAN
+const Uint32 RED_MASK = 0x000000FF, GREEN_MASK = 0x0000FF00, BLUE_MASK = 0x00FF0000, ALPHA_MASK = 0xFF000000;
+const Uint32 RGB_RED = 0x0000FF, RGB_GREEN = 0x00FF00, RGB_BLUE = 0xFF0000;
+#else
+const Uint32 RED_MASK = 0xFF000000, GREEN_MASK = 0x00FF0000, BLUE_MASK = 0x0000FF00, ALPHA_MASK = 0x000000FF;
+const Uint32 RGB_RED = 0xFF0000, RGB_GREEN = 0x00FF00, RGB_BLUE = 0x0000FF;
+#endif
+
+// Bytes in memory as R, G, B(, A): what OpenGL is handed as it stands.
+bool isUploadable(const SDL_Surface* surface) {
+    const SDL_PixelFormat* f = surface->format;
+    if (f->BitsPerPixel == 32) {
+        return f->Rmask == RED_MASK && f->Gmask == GREEN_MASK && f->Bmask == BLUE_MASK && f->Amask == ALPHA_MASK;
+    }
+    return f->BitsPerPixel == 24 && f->Rmask == RGB_RED && f->Gmask == RGB_GREEN && f->Bmask == RGB_BLUE;
+}
+
+// `source` copied into the upper-left corner of a new surface of the given size and format; the rest
+// is transparent black. The source's alpha channel is copied, not blended.
+SurfacePtr copyInto(SDL_Surface* source, int width, int height, int depth, Uint32 r, Uint32 g, Uint32 b,
+                    Uint32 a) {
+    SurfacePtr target(SDL_CreateRGBSurface(SDL_SWSURFACE, width, height, depth, r, g, b, a));
+    if (!target) throw std::string(SDL_GetError());
+    SDL_FillRect(target.get(), nullptr, SDL_MapRGBA(target->format, 0, 0, 0, 0));
+    SDL_SetAlpha(source, 0, 0);
+    if (SDL_BlitSurface(source, nullptr, target.get(), nullptr) < 0) std::printf("Blitting failed: %s.\n", SDL_GetError());
+    return target;
+}
+
+int powerOfTwoAtLeast(int n) {
+    int p = 1;
+    while (p < n) p *= 2;
+    return p;
+}
+
+}  // namespace
+
+SimpleImage::SimpleImage() = default;
+
+SimpleImage::SimpleImage(const std::string& name, const std::string& filename) : SingleTextureImage(name, filename) {}
+
+void SimpleImage::load(bool last, bool withBitmask) {
+    release(last);
+    SurfacePtr surface(IMG_Load(filename.c_str()));
+    if (!surface) throw "Could not load \"" + filename + "\": " + SDL_GetError() + ".";
+    if (!isUploadable(surface.get())) {
+        surface = copyInto(surface.get(), surface->w, surface->h, 32, RED_MASK, GREEN_MASK, BLUE_MASK, ALPHA_MASK);
+    }
+
+    GLint maxSize = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+    if (surface->w > maxSize || surface->h > maxSize) {
+        throw "Could not load \"" + filename + "\": " + std::to_string(surface->w) + "x" +
+            std::to_string(surface->h) + " pixels exceed the largest texture.";
+    }
+
+    width = surface->w;
+    height = surface->h;
+    outerBoundingBox = {0, 0, width, height};
+    innerBoundingBox = {0, 0, 0, 0};
+    if (withBitmask && bitmaskThreshold >= 0.0f) createBitmask(surface.get(), last);
+
+    textureWidth = powerOfTwoAtLeast(width);
+    textureHeight = powerOfTwoAtLeast(height);
+    if (textureWidth != width || textureHeight != height) {
+        const SDL_PixelFormat* f = surface->format;
+        surface = copyInto(surface.get(), textureWidth, textureHeight, f->BitsPerPixel, f->Rmask, f->Gmask, f->Bmask,
+                           f->Amask);
+    }
+    texCoordRect = {0.0f, 0.0f, static_cast<float>(width) / static_cast<float>(textureWidth),
+                    static_cast<float>(height) / static_cast<float>(textureHeight)};
+
+    if (textureName == 0) glGenTextures(1, &textureName);
+    glBindTexture(GL_TEXTURE_2D, textureName);
+    const bool hasAlpha = surface->format->BitsPerPixel == 32;
+    const GLint internalFormat = hasAlpha ? GL_RGBA8 : GL_RGB8;
+    const GLenum format = hasAlpha ? GL_RGBA : GL_RGB;
+    // SDL pads rows to four bytes, which is OpenGL's default unpacking too; keep it so.
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    if (filter == FILTER_BILINEAR || filter == FILTER_TRILINEAR) {
+        gluBuild2DMipmaps(GL_TEXTURE_2D, internalFormat, textureWidth, textureHeight, format, GL_UNSIGNED_BYTE,
+                          surface->pixels);
+    } else {
+        glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, textureWidth, textureHeight, 0, format, GL_UNSIGNED_BYTE,
+                     surface->pixels);
+    }
+    glPopClientAttrib();
+    if (clamp) {
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    }
+}
+
+void SimpleImage::refresh(bool last) {
+    if (textureName == 0) load(last, bitmask == nullptr);
+    setFilter(filter);
+}
+
+void SimpleImage::release(bool) {
+    if (textureName == 0) return;
+    glDeleteTextures(1, &textureName);
+    textureName = 0;
+}
+
+void SimpleImage::setFilter(ImageFilter wanted) {
+    if (textureName == 0) return;
+    glBindTexture(GL_TEXTURE_2D, textureName);
+    if (bank && wanted > bank->maxFilter) wanted = bank->maxFilter;
+    GLint minFilter, magFilter = GL_LINEAR;
+    switch (wanted) {
+        case FILTER_NONE: minFilter = magFilter = GL_NEAREST; break;
+        case FILTER_LINEAR: minFilter = GL_LINEAR; break;
+        case FILTER_BILINEAR: minFilter = GL_NEAREST_MIPMAP_LINEAR; break;
+        case FILTER_TRILINEAR: minFilter = GL_LINEAR_MIPMAP_LINEAR; break;
+        default: return;
+    }
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minFilter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, magFilter);
+}
+
+}  // namespace gfx
+}  // namespace norvane

@@ -1,0 +1,317 @@
+#include "gfx/simpleimage.h"
+
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+
+#include "gfx/bitmask.h"
+#include "gfx/imagebank.h"
+#include "image_files.h"
+#include "rendercontext.h"
+#include "support/window.h"
+#include "xml/xml.h"
+
+using norvane::basic_Rect;
+using norvane::basic_Vector2D;
+using norvane::gfx::SimpleImage;
+
+namespace {
+
+// 24-bit RGB, which SDL_image delivers with the bytes in R, G, B order.
+std::string writePpm(const std::string& name, int width, int height, const std::vector<Rgba>& pixels) {
+    std::string bytes = "P6\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n";
+    for (const Rgba& p : pixels) bytes += {char(p.r), char(p.g), char(p.b)};
+    return writeFile(name, bytes);
+}
+
+GLint textureParameter(const SimpleImage& image, GLenum parameter) {
+    glBindTexture(GL_TEXTURE_2D, image.getTextureName());
+    GLint value = 0;
+    glGetTexParameteriv(GL_TEXTURE_2D, parameter, &value);
+    return value;
+}
+
+std::string thrownBy(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const std::string& e) {
+        return e;
+    }
+    return "(nothing thrown)";
+}
+
+}  // namespace
+
+TEST_F(WindowTest, TexturesArePaddedToPowersOfTwo) {
+    struct Case {
+        int width, height, textureWidth, textureHeight;
+        float s, t;
+    } const cases[] = {{100, 50, 128, 64, 0.78125f, 0.78125f},
+                       {64, 64, 64, 64, 1.0f, 1.0f},
+                       {1, 1, 1, 1, 1.0f, 1.0f},
+                       {48, 48, 64, 64, 0.75f, 0.75f},
+                       {3, 17, 4, 32, 0.75f, 17.0f / 32.0f}};
+    for (const Case& c : cases) {
+        SimpleImage image("i", writePngFile("size.png", makeRgbaSurface(c.width, c.height).get()));
+        image.load(true, true);
+        EXPECT_NE(image.getTextureName(), 0u);
+        EXPECT_EQ(image.getWidth(), c.width);
+        EXPECT_EQ(image.getHeight(), c.height);
+        EXPECT_EQ(image.getTextureWidth(), c.textureWidth);
+        EXPECT_EQ(image.getTextureHeight(), c.textureHeight);
+        EXPECT_FLOAT_EQ(image.getRightTexCoord(), c.s);
+        EXPECT_FLOAT_EQ(image.getLowerTexCoord(), c.t);
+        EXPECT_EQ(image.getLeftTexCoord(), 0.0f);
+        EXPECT_EQ(image.getUpperTexCoord(), 0.0f);
+        // No threshold, no bitmask: the whole image is the outer box and nothing the inner one.
+        EXPECT_EQ(image.getBitmask(), nullptr);
+        EXPECT_EQ(image.getOuterBoundingBox().width, c.width);
+        EXPECT_EQ(image.getOuterBoundingBox().height, c.height);
+        EXPECT_EQ(image.getInnerBoundingBox().width, 0);
+        image.release(true);
+    }
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(WindowTest, BitmaskIsMadeOnceFromTheUnpaddedImage) {
+    SurfacePtr surface = makeRgbaSurface(10, 6);
+    for (int y = 1; y < 5; ++y)
+        for (int x = 2; x < 9; ++x) setPixel(surface.get(), x, y, 0, 0, 0, 200);
+    SimpleImage image("i", writePngFile("masked.png", surface.get()));
+    image.setBitmaskThreshold(0.5f);
+    image.refresh(true);
+    ASSERT_NE(image.getBitmask(), nullptr);
+    EXPECT_EQ(image.getBitmask()->getWidth(), 10);
+    EXPECT_EQ(image.getBitmask()->getHeight(), 6);
+    const basic_Rect<int> outer = image.getOuterBoundingBox(), inner = image.getInnerBoundingBox();
+    EXPECT_EQ(outer.x, 2);
+    EXPECT_EQ(outer.y, 1);
+    EXPECT_EQ(outer.width, 7);
+    EXPECT_EQ(outer.height, 4);
+    EXPECT_EQ(inner.width * inner.height, 28);
+
+    // A reload keeps the mask and, as every load does, resets the boxes to the whole image.
+    const norvane::gfx::Bitmask* mask = image.getBitmask();
+    image.reload(true);
+    EXPECT_EQ(image.getBitmask(), mask);
+    EXPECT_EQ(image.getOuterBoundingBox().width, 10);
+    EXPECT_EQ(image.getInnerBoundingBox().width, 0);
+}
+
+TEST_F(WindowTest, FiltersAreCappedByTheBank) {
+    const std::string dir = gfxPath("filters/");
+    writePngFile("filters/f.png", quarteredSurface(16, 16).get());
+    norvane::xml::Node root;
+    for (const char* filter : {"none", "linear", "bilinear", "trilinear"}) {
+        auto* element = new norvane::xml::Node;
+        element->name = "image";
+        (*element)["name"] = filter;
+        (*element)["filename"] = "f.png";
+        (*element)["filter"] = filter;
+        (*element)["clamp"] = filter[0] == 'l' ? "true" : "false";
+        root += element;
+    }
+    norvane::gfx::ImageBank bank;
+    bank.getFromNode(&root, dir);
+    bank.refresh(nullptr);
+    auto image = [&](const char* name) { return static_cast<SimpleImage*>(bank.find(name)); };
+    const struct {
+        const char* name;
+        GLint minFilter, magFilter;
+        bool mipmapped;
+    } cases[] = {{"none", GL_NEAREST, GL_NEAREST, false},
+                 {"linear", GL_LINEAR, GL_LINEAR, false},
+                 {"bilinear", GL_LINEAR, GL_LINEAR, true},
+                 {"trilinear", GL_LINEAR, GL_LINEAR, true}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(textureParameter(*image(c.name), GL_TEXTURE_MIN_FILTER), c.minFilter) << c.name;
+        EXPECT_EQ(textureParameter(*image(c.name), GL_TEXTURE_MAG_FILTER), c.magFilter) << c.name;
+        GLint levelOneWidth = 0;
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 1, GL_TEXTURE_WIDTH, &levelOneWidth);
+        EXPECT_EQ(levelOneWidth, c.mipmapped ? 8 : 0) << c.name;
+    }
+    EXPECT_EQ(textureParameter(*image("linear"), GL_TEXTURE_WRAP_S), GL_CLAMP_TO_EDGE);
+    EXPECT_EQ(textureParameter(*image("linear"), GL_TEXTURE_WRAP_T), GL_CLAMP_TO_EDGE);
+    EXPECT_EQ(textureParameter(*image("none"), GL_TEXTURE_WRAP_S), GL_REPEAT);
+
+    // With the cap raised, a refresh only filters the textures that are there.
+    bank.maxFilter = norvane::gfx::FILTER_TRILINEAR;
+    const unsigned int texture = image("trilinear")->getTextureName();
+    bank.refresh(nullptr);
+    EXPECT_EQ(image("trilinear")->getTextureName(), texture);
+    EXPECT_EQ(textureParameter(*image("trilinear"), GL_TEXTURE_MIN_FILTER), GL_LINEAR_MIPMAP_LINEAR);
+    EXPECT_EQ(textureParameter(*image("bilinear"), GL_TEXTURE_MIN_FILTER), GL_NEAREST_MIPMAP_LINEAR);
+    EXPECT_EQ(image("bilinear")->getFilter(), norvane::gfx::FILTER_BILINEAR);
+
+    bank.release();
+    bank.release();  // twice does nothing
+    EXPECT_EQ(image("none")->getTextureName(), 0u);
+    EXPECT_EQ(image("none")->getWidth(), 16);
+    image("none")->setFilter(norvane::gfx::FILTER_NONE);  // no texture: nothing to filter
+    image("none")->draw(basic_Vector2D<float>{0.0f, 0.0f}, norvane::BLEND_ALPHA);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(WindowTest, BrokenFilesThrowAndLeaveNoTexture) {
+    const std::string good = readFile(writePngFile("good.png", quarteredSurface(16, 16).get()));
+    std::string corruptData = good;
+    for (size_t i = good.size() / 2; i < good.size() - 12; ++i) corruptData[i] = static_cast<char>(corruptData[i] ^ 0x5A);
+    const std::string files[] = {
+        gfxPath("missing.png"),
+        writeFile("truncated.png", good.substr(0, good.size() / 2)),
+        writeFile("corrupt.png", corruptData),
+        writeFile("text.png", "This is not an image at all.\n"),
+        writeFile("empty.png", ""),
+    };
+    for (const std::string& file : files) {
+        SimpleImage image("i", file);
+        const std::string error = thrownBy([&] { image.load(true, true); });
+        EXPECT_EQ(error.rfind("Could not load \"" + file + "\": ", 0), 0u) << error;
+        EXPECT_EQ(error.back(), '.') << error;
+        EXPECT_EQ(image.getTextureName(), 0u);
+
+        testing::internal::CaptureStdout();
+        EXPECT_FALSE(image.refreshOrReport(true));
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "[norvane:images] (error) " + error + "\n");
+    }
+}
+
+// The real thing: images drawn into an 800 x 600 window and read back through a screenshot.
+TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
+    SimpleImage square("square", writePngFile("square.png", quarteredSurface(16, 16).get()));  // not padded
+    SimpleImage padded("padded", writePngFile("padded.png", quarteredSurface(12, 10).get()));  // 16 x 16 texture
+    const Rgba K{0, 0, 0, 0}, R{255, 0, 0, 0}, G{0, 255, 0, 0}, B{0, 0, 255, 0}, W{255, 255, 255, 0},
+        Y{255, 255, 0, 0}, C{0, 255, 255, 0}, M{255, 0, 255, 0}, D{64, 64, 64, 0};
+    SimpleImage rgb("rgb", writePpm("rgb.ppm", 5, 3, {R, G, B, W, K, Y, C, M, K, W, D, D, D, D, D}));
+    SurfacePtr bgrSurface(SDL_CreateRGBSurface(SDL_SWSURFACE, 2, 2, 24, 0xFF0000, 0x00FF00, 0x0000FF, 0));
+    const Uint32 bgrPixels[4] = {SDL_MapRGB(bgrSurface->format, 255, 0, 0), SDL_MapRGB(bgrSurface->format, 0, 255, 0),
+                                 SDL_MapRGB(bgrSurface->format, 0, 0, 255),
+                                 SDL_MapRGB(bgrSurface->format, 255, 255, 255)};
+    for (int i = 0; i < 4; ++i) {
+        std::memcpy(static_cast<Uint8*>(bgrSurface->pixels) + (i / 2) * bgrSurface->pitch + (i % 2) * 3,
+                    &bgrPixels[i], 3);
+    }
+    const std::string bmp = gfxPath("bgr.bmp");
+    ASSERT_EQ(SDL_SaveBMP(bgrSurface.get(), bmp.c_str()), 0);
+    SimpleImage converted("bgr", bmp);
+    for (SimpleImage* image : {&square, &padded, &rgb, &converted}) {
+        image->refresh(true);
+        image->setFilter(norvane::gfx::FILTER_NONE);  // exact pixels
+    }
+
+    norvane::RenderContext2D context(basic_Vector2D<float>{800.0f, 600.0f});
+    context.blending = true;
+    context.blendMode = norvane::BLEND_ADDITIVE;
+    context.apply();
+    norvane::setClearColor(norvane::Color(0.5f, 0.5f, 0.5f));
+    norvane::clearScreen();
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+
+    square.draw(basic_Vector2D<float>{100.0f, 500.0f}, norvane::BLEND_DEFAULT);  // keeps the context's additive
+    square.draw(basic_Vector2D<float>{200.0f, 500.0f}, norvane::BLEND_ALPHA);
+    square.draw(basic_Vector2D<float>{300.0f, 500.0f}, norvane::BLEND_ADDITIVE);
+    square.setHotspot(basic_Vector2D<float>{4.0f, -8.0f});
+    square.draw(basic_Vector2D<float>{400.0f, 520.0f}, norvane::BLEND_ALPHA);
+    square.setHotspot(basic_Vector2D<float>{0.0f, 0.0f});
+    square.drawStretched(basic_Rect<float>{100.0f, 300.0f, 64.0f, 32.0f}, norvane::BLEND_ALPHA);
+    square.draw(basic_Rect<float>{300.0f, 300.0f, 40.0f, 20.0f}, norvane::BLEND_ALPHA);
+    padded.draw(basic_Rect<float>{500.0f, 300.0f, 30.0f, 15.0f}, norvane::BLEND_ALPHA);
+    padded.drawStretched(basic_Rect<float>{600.0f, 100.0f, 120.0f, 100.0f}, norvane::BLEND_ADDITIVE);
+    rgb.drawStretched(basic_Rect<float>{100.0f, 100.0f, 50.0f, 30.0f}, norvane::BLEND_ALPHA);
+    converted.drawStretched(basic_Rect<float>{200.0f, 100.0f, 20.0f, 20.0f}, norvane::BLEND_ALPHA);
+    ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+
+    const std::string path = gfxPath("scene.png");
+    norvane::saveScreenshot(path.c_str());
+    SurfacePtr shot(IMG_Load(path.c_str()));
+    ASSERT_TRUE(shot);
+    // Game units are pixels here, y upward: the pixel whose lower-left corner is (x, y).
+    auto expectAt = [&](int x, int y, Rgba want) {
+        const Rgba got = pixelAt(shot.get(), x, 599 - y);
+        EXPECT_TRUE(near(got, want.r, want.g, want.b, 255, 3)) << "at " << x << "," << y << ": " << got;
+    };
+    const Rgba gray{128, 128, 128, 0};
+    // The quarters red, white, blue and half-transparent green, alpha-blended and added onto gray.
+    const Rgba redA = R, whiteA = W, blueA = B, greenA{64, 192, 64, 0};
+    const Rgba redAdd{255, 128, 128, 0}, whiteAdd = W, blueAdd{128, 128, 255, 0}, greenAdd{128, 255, 128, 0};
+
+    for (int left : {100, 300}) {  // default and additive
+        expectAt(left + 3, 512, redAdd);
+        expectAt(left + 12, 512, whiteAdd);
+        expectAt(left + 3, 503, blueAdd);
+        expectAt(left + 12, 503, greenAdd);
+    }
+    expectAt(203, 512, redA);
+    expectAt(212, 512, whiteA);
+    expectAt(203, 503, blueA);
+    expectAt(212, 503, greenA);
+    // Exactly 16 x 16 with its lower-left corner at the point.
+    expectAt(200, 500, blueA);
+    expectAt(215, 515, whiteA);
+    expectAt(199, 505, gray);
+    expectAt(216, 505, gray);
+    expectAt(205, 499, gray);
+    expectAt(205, 516, gray);
+
+    // Hotspot (4, -8) at (400, 520): the lower-left corner lands at (396, 512).
+    expectAt(396, 527, redA);
+    expectAt(411, 512, greenA);
+    expectAt(395, 520, gray);
+    expectAt(398, 511, gray);
+    expectAt(412, 520, gray);
+    expectAt(398, 528, gray);
+
+    // Stretched to 64 x 32.
+    expectAt(101, 330, redA);
+    expectAt(162, 330, whiteA);
+    expectAt(101, 301, blueA);
+    expectAt(162, 301, greenA);
+    expectAt(99, 310, gray);
+    expectAt(164, 310, gray);
+    expectAt(110, 332, gray);
+
+    // Tiled from the upper-left corner (300, 320) through a repeating texture: 16-unit tiles, the
+    // last column cut to 8 and the last row to 4, both showing the tile's upper-left part.
+    for (int left : {300, 316, 332}) expectAt(left + 2, 316, redA);
+    for (int left : {300, 316}) expectAt(left + 10, 316, whiteA);
+    expectAt(339, 316, redA);
+    expectAt(340, 316, gray);
+    expectAt(302, 308, blueA);
+    expectAt(310, 308, greenA);
+    expectAt(302, 302, redA);
+    expectAt(310, 302, whiteA);
+    expectAt(302, 299, gray);
+    expectAt(302, 320, gray);
+
+    // Tiled quad by quad from a padded texture: 12 x 10 tiles, cut to 6 and to 5.
+    for (int left : {500, 512, 524}) expectAt(left + 2, 312, redA);
+    for (int left : {500, 512}) expectAt(left + 8, 312, whiteA);
+    expectAt(529, 312, redA);
+    expectAt(530, 312, gray);
+    expectAt(502, 307, blueA);
+    expectAt(508, 307, greenA);
+    expectAt(526, 307, blueA);
+    expectAt(502, 302, redA);
+    expectAt(508, 302, whiteA);
+    expectAt(529, 302, redA);
+    expectAt(502, 299, gray);
+    expectAt(502, 315, gray);
+
+    // Stretched from a padded texture: the padding never shows at the edges.
+    expectAt(601, 198, redAdd);
+    expectAt(718, 198, whiteAdd);
+    expectAt(601, 101, blueAdd);
+    expectAt(718, 101, greenAdd);
+
+    // 24-bit RGB, padded from 5 x 3, each pixel stretched to 10 x 10.
+    const Rgba rgbRows[3][5] = {{R, G, B, W, K}, {Y, C, M, K, W}, {D, D, D, D, D}};
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 5; ++column) expectAt(105 + 10 * column, 125 - 10 * row, rgbRows[row][column]);
+
+    // 24-bit BGR, converted before upload.
+    expectAt(205, 115, R);
+    expectAt(215, 115, G);
+    expectAt(205, 105, B);
+    expectAt(215, 105, W);
+
+    for (SimpleImage* image : {&square, &padded, &rgb, &converted}) image->release(true);
+}
