@@ -197,7 +197,9 @@ class Piece:
         spb = audio.RATE * 60.0 / self.bpm
         intro_n = int(round(self.intro.bars * 4 * spb))
         loop_n = int(round(self.loop.bars * 4 * spb)) if self.loop else 0
-        length = intro_n + 2 * loop_n + int(self.tail * audio.RATE)
+        # Half a second spare, so that no file ends on the last sample of the mix, where the
+        # hall is cut off.
+        length = intro_n + 2 * loop_n + int(self.tail * audio.RATE) + audio.RATE // 2
         m = Mix(self.bpm, length)
         self.play(m, 0, self.intro)
         if self.loop:
@@ -220,6 +222,7 @@ def export(piece, out_dir):
     """Writes the piece's files; returns their names."""
     stream, intro_n, loop_n = piece.render()
     if not piece.loop:
+        stream = stream[:intro_n + int(piece.tail * audio.RATE)]
         fade = int(piece.tail * audio.RATE)
         stream[-fade:] *= np.linspace(1, 0, fade)[:, None] ** 2
         gain = 10 ** ((TARGET_DB - audio.loudness(stream)) / 20)
@@ -319,10 +322,9 @@ def gameover():
 
 def death():
     levels = dict(BAND, pad=0.34, bass=0.3, lead=0.5, tom=0.7, crash=0.35)
-    section = Section("Cm Ab Cm", {"pad": "ppp", "bass": "rrr", "crash": "x-x"},
-                      "G5:1 Eb5:1 C5:1 B4:1 | Ab4:2 G4:2 | C5:4")
-    piece = Piece("death", 90, section, None, levels, room=2.4, tail=2.5)
-    return piece
+    section = Section("Cm Ab G Cm", {"pad": "pppp", "bass": "rrrr", "crash": "x--x"},
+                      "G5:1 Eb5:1 C5:1 B4:1 | Ab4:3 C5:1 | B4:2 D5:1 B4:1 | C5:4")
+    return Piece("death", 100, section, None, levels, room=2.4, tail=2.5)
 
 
 PIECES = [title, game_a, game_b, highscores, gameover, death]
