@@ -5,6 +5,9 @@
 #include <string>
 
 #include "files/sysdirs.h"
+#include "gfx/animations.h"
+#include "gfx/imagebank.h"
+#include "gfx/simpleimage.h"
 #include "rendercontext.h"
 #include "screen.h"
 #include "screenshot.h"
@@ -13,6 +16,9 @@
 #include "support/window.h"
 
 using norvane::Color;
+using norvane::gfx::Animation;
+using norvane::gfx::SimpleImage;
+using norvane::sprites::ImageSprite;
 using norvane::sprites::Sprite;
 using norvane::sprites::SpriteEngine;
 
@@ -21,64 +27,119 @@ namespace {
 // A 20 x 20 square of its colour below and right of its position.
 class Block : public Sprite {
 public:
-    Block(float x, float y, Color c) : Sprite({x, y}, true) { color = c; }
+    Block(float x, Color c) : Sprite({x, 200}, true) { color = c; }
     void drawSelf() override {
         color.apply();
         glRectf(position.x, position.y - 20, position.x + 20, position.y);
     }
 };
 
+// Images made by the test: "wide" is 8 x 4, red on the left half, green on the right, its last
+// column transparent, with the hotspot (2, 1); "empty" is 16 x 16 and transparent.
 class SpriteDrawing : public WindowTest {
 protected:
-    SurfacePtr frame() {
-        glFinish();
-        norvane::mkdirs(TEST_TMP_DIR);
-        const std::string file = std::string(TEST_TMP_DIR) + "/sprites.png";
-        norvane::saveScreenshot(file.c_str());
-        return SurfacePtr(IMG_Load(file.c_str()));
+    void SetUp() override {
+        WindowTest::SetUp();
+        norvane::mkdirs(TEST_TMP_DIR "/");
+        SurfacePtr wide = makeRgbaSurface(8, 4);
+        for (int y = 0; y < 4; ++y)
+            for (int x = 0; x < 8; ++x) setPixel(wide.get(), x, y, x < 4 ? 255 : 0, x < 4 ? 0 : 255, 0, x < 7 ? 255 : 0);
+        norvane::savePng(wide.get(), path("wide").c_str());
+        norvane::savePng(makeRgbaSurface(16, 16).get(), path("empty").c_str());
+        for (const char* name : {"wide", "empty"}) {
+            images.add(name, new SimpleImage(name, path(name)));
+            images.find(name)->setBitmaskThreshold(0.5f);
+        }
+        images.find("wide")->setHotspot({2, 1});
+        images.refresh(nullptr);
+        norvane::RenderContext2D(norvane::basic_Vector2D<float>{800, 600}).apply();  // blending off
+        norvane::setClearColor(Color(0, 0, 0, 1));
+        norvane::clearScreen();
     }
-};
+    void TearDown() override { images.release(); }
 
-// Colour at (x, y) of the 2D context, y upwards.
-Rgba at(SDL_Surface* shot, int x, int y) { return pixelAt(shot, x, 599 - y); }
+    static std::string path(const std::string& name) { return std::string(TEST_TMP_DIR) + "/" + name + ".png"; }
+    // The colour at (x, y) of the 2D context, y upwards.
+    Rgba at(int x, int y) {
+        if (!shot) {
+            glFinish();
+            norvane::saveScreenshot(path("sprites").c_str());
+            shot.reset(IMG_Load(path("sprites").c_str()));
+        }
+        return pixelAt(shot.get(), x, 599 - y);
+    }
+
+    norvane::gfx::ImageBank images;
+    SurfacePtr shot;
+};
 
 }  // namespace
 
 TEST_F(SpriteDrawing, EngineBlendsSpritesInOrderAndSkipsInvisibleOnes) {
-    norvane::RenderContext2D context(norvane::basic_Vector2D<float>{800, 600});
-    context.apply();  // blending off: the engine switches it on for its sprites only
-    norvane::setClearColor(Color(0, 0, 0, 1));
-    norvane::clearScreen();
-
-    Block back(100, 200, Color(1, 0, 0, 0.5f)), alpha(110, 200, Color(0, 1, 0, 0.5f));
-    Block additive(115, 200, Color(0, 1, 0, 0.5f)), hidden(100, 200, Color(1, 1, 1, 1));
-    Block below(130, 200, Color(1, 0, 0, 0.5f));
+    Block below(130, Color(1, 0, 0, 0.5f)), back(100, Color(1, 0, 0, 0.5f)), alpha(110, Color(0, 1, 0, 0.5f));
+    Block additive(115, Color(0, 1, 0, 0.5f)), hidden(100, Color(1, 1, 1, 1));
     additive.blendMode = norvane::BLEND_ADDITIVE;
     hidden.visible = false;
     SpriteEngine engine;
     engine.blendMode = norvane::BLEND_ALPHA;
-    for (Sprite* s : {static_cast<Sprite*>(&below), static_cast<Sprite*>(&back), static_cast<Sprite*>(&alpha),
-                      static_cast<Sprite*>(&additive), static_cast<Sprite*>(&hidden)}) {
-        engine.addBack(s);
-    }
-    engine.addFront(&below);  // already first; stays under everything
+    for (Sprite* s : std::vector<Sprite*>{&back, &alpha, &additive, &hidden, &below}) engine.addBack(s);
+    engine.addFront(&below);  // drawn first, under everything
     engine.draw();
     EXPECT_FALSE(glIsEnabled(GL_BLEND));  // the engine restores what it found
-    SurfacePtr shot = frame();
-    ASSERT_TRUE(shot);
-
     const struct {
         int x, r, g;
         const char* what;
-    } expected[] = {
-        {105, 128, 0, "red alone, and the hidden white block not drawn over it"},
-        {112, 64, 128, "green blended over red"},
-        {118, 64, 255, "green added to that"},
-        {125, 0, 255, "green added to green"},
-        {132, 128, 128, "green added to the red block drawn first"},
-        {140, 128, 0, "the red block drawn first"},
-    };
-    for (const auto& e : expected) {
-        EXPECT_TRUE(near(at(shot.get(), e.x, 190), e.r, e.g, 0, 255)) << e.what << ": " << at(shot.get(), e.x, 190);
+    } expected[] = {{105, 128, 0, "red alone, the hidden white block not drawn"}, {112, 64, 128, "green over red"},
+                    {118, 64, 255, "green added to that"},  {125, 0, 255, "green added to green"},
+                    {132, 128, 128, "green added to the red drawn first"}, {140, 128, 0, "the red drawn first"}};
+    for (const auto& e : expected) EXPECT_TRUE(near(at(e.x, 190), e.r, e.g, 0, 255)) << e.what << ": " << at(e.x, 190);
+}
+
+TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByPixels) {
+    ImageSprite ship({100, 200}, true, images.find("wide")), tinted({100, 100}, true, images.find("wide"));
+    ImageSprite blank({100, 200}, true, nullptr);  // nothing to draw, nothing to collide with
+    tinted.color = Color(1, 1, 1, 0.5f);
+    EXPECT_EQ(ship.outerBoundingBox.width, 7);  // from the bitmask: the last column is empty
+    SpriteEngine engine;
+    for (Sprite* s : std::vector<Sprite*>{&ship, &tinted, &blank}) engine.addBack(s);
+    engine.draw();
+    // Upper-left corner at (100 - 2, 200 + 1): the image covers x 98..105 and y 197..200.
+    EXPECT_TRUE(near(at(98, 200), 255, 0, 0, 255)) << at(98, 200);
+    EXPECT_TRUE(near(at(98, 197), 255, 0, 0, 255)) << at(98, 197);
+    EXPECT_TRUE(near(at(104, 197), 0, 255, 0, 255)) << at(104, 197);
+    for (auto [x, y] : {std::pair{97, 198}, {98, 201}, {98, 196}, {105, 198}}) {
+        EXPECT_TRUE(near(at(x, y), 0, 0, 0, 255)) << x << ", " << y << ": " << at(x, y);
     }
+    EXPECT_TRUE(near(at(99, 98), 128, 0, 0, 255, 3)) << at(99, 98);  // half alpha
+
+    ImageSprite other({100, 200}, true, images.find("wide")), hollow({100, 200}, true, images.find("empty"));
+    EXPECT_TRUE(ship.checkCollision(&other));
+    other.position.x = 107;  // its first column on the ship's transparent last one
+    EXPECT_FALSE(ship.checkCollision(&other));
+    other.position.x = 106;
+    EXPECT_TRUE(ship.checkCollision(&other));
+    EXPECT_FALSE(ship.checkCollision(&hollow));
+    EXPECT_FALSE(hollow.checkCollision(&ship));
+    EXPECT_FALSE(blank.checkCollision(&ship));
+}
+
+TEST_F(SpriteDrawing, ImageSpritesFollowTheirAnimationsFrame) {
+    Animation grow("grow");
+    grow.frames = {{images.find("wide"), 50}, {images.find("empty"), 50}};
+    ImageSprite sprite({0, 0}, true, images.find("wide"));
+    sprite.setAnimation(&grow, 1.0f);
+    sprite.perform(51);
+    EXPECT_EQ(sprite.size.x, 16.0f);
+    EXPECT_EQ(sprite.hotspot.x, 0.0f);
+    EXPECT_EQ(sprite.outerBoundingBox.width, -15);  // the empty image's box overlaps nothing
+    EXPECT_EQ(sprite.getBitmask(), images.find("empty")->getBitmask());
+    // The sprite owns animation references, never bank images; the leak checker sees to the rest.
+    sprite.setAnimation(&grow, 2.0f);
+    sprite.setImage(images.find("wide"));
+    EXPECT_EQ(sprite.size.x, 8.0f);
+    sprite.setAnimation(&grow, 1.0f);
+    sprite.autoclearImage();
+    sprite.getImageData();
+    EXPECT_EQ(sprite.size.x, 0.0f);
+    sprite.setAnimation(&grow, 1.0f);  // deleted with the sprite
 }

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cassert>
 
+#include "gfx/animations.h"
 #include "gfx/bitmask.h"
+#include "gfx/image.h"
 
 namespace norvane {
 namespace sprites {
@@ -62,6 +64,58 @@ bool Sprite::checkCollisionInnerBoundingBox(const Sprite* other) const {
 bool Sprite::checkCollisionBitmask(const Sprite* other) const {
     const Offset offset = offsetBetween(this, other);
     return gfx::checkCollisionBitmask(getBitmask(), other->getBitmask(), offset.x, offset.y);
+}
+
+ImageSprite::ImageSprite(basic_Vector2D<float> position, bool visible, gfx::Image* image)
+    : Sprite(position, visible), image(image) {
+    getImageData();
+}
+
+ImageSprite::~ImageSprite() { autoclearImage(); }
+
+void ImageSprite::drawSelf() {
+    if (!image) return;
+    color.apply();
+    image->draw(basic_Vector2D<float>{position.x, position.y - size.y}, BLEND_DEFAULT);
+}
+
+void ImageSprite::perform(float ms) {
+    if (!image) return;
+    image->perform(ms);
+    getImageData();
+}
+
+gfx::Bitmask* ImageSprite::getBitmask() const { return image ? image->getBitmask() : nullptr; }
+
+void ImageSprite::getImageData() {
+    if (!image) {
+        size = hotspot = basic_Vector2D<float>{};
+        outerBoundingBox = innerBoundingBox = basic_Rect<int>{};
+        return;
+    }
+    size = {static_cast<float>(image->getWidth()), static_cast<float>(image->getHeight())};
+    hotspot = image->getHotspot();
+    outerBoundingBox = image->getOuterBoundingBox();
+    innerBoundingBox = image->getInnerBoundingBox();
+}
+
+void ImageSprite::setImage(gfx::Image* newImage) {
+    if (newImage != image) autoclearImage();
+    image = newImage;
+    getImageData();
+}
+
+gfx::Image* ImageSprite::setAnimation(gfx::Animation* animation, float speed) {
+    gfx::AnimationReference* reference = animation->getReference(speed);
+    autoclearImage();
+    image = reference;
+    getImageData();
+    return reference;
+}
+
+void ImageSprite::autoclearImage() {
+    delete dynamic_cast<gfx::AnimationReference*>(image);
+    image = nullptr;
 }
 
 SpriteEngine::~SpriteEngine() { clear(); }

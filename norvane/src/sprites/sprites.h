@@ -11,8 +11,10 @@
 namespace norvane {
 
 namespace gfx {
+class Animation;
 class Bitmask;
-}
+class Image;
+}  // namespace gfx
 
 namespace sprites {
 
@@ -50,6 +52,24 @@ public:
     BlendMode blendMode = BLEND_DEFAULT;
     basic_Rect<int> outerBoundingBox;
     basic_Rect<int> innerBoundingBox;
+};
+
+// Shows an image or an animation. Owns its image only when it is an AnimationReference.
+class ImageSprite : public Sprite {
+public:
+    ImageSprite(basic_Vector2D<float> position, bool visible, gfx::Image* image);
+    ~ImageSprite() override;
+
+    void drawSelf() override;
+    void perform(float ms) override;
+    gfx::Bitmask* getBitmask() const override;
+
+    void getImageData();  // copies size, hotspot and boxes of the current image
+    void setImage(gfx::Image* image);
+    gfx::Image* setAnimation(gfx::Animation* animation, float speed);  // the new reference
+    void autoclearImage();
+
+    gfx::Image* image;
 };
 
 // Performs, draws and collides its sprites, in list order (front first). Owns none of them.
