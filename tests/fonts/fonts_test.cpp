@@ -1,0 +1,214 @@
+#include "gfx/fonts.h"
+
+#include <GL/gl.h>
+#include <SDL/SDL_image.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <tuple>
+
+#include "files/sysdirs.h"
+#include "rendercontext.h"
+#include "screen.h"
+#include "screenshot.h"
+#include "support/surfaces.h"
+#include "support/window.h"
+#include "xml/xml.h"
+
+using norvane::basic_Rect;
+using norvane::fonts::BitmapFont;
+using norvane::fonts::FontBank;
+using norvane::fonts::FontDescriptor;
+
+namespace {
+
+// A 16 x 32 glyph sheet: line 1 holds "A" (5 wide, white) and "B" (7 wide, red) one pixel apart;
+// line 2, two pixels below line 1, holds "C" (3 wide, green). Glyphs are 10 high.
+const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
+  <char width="4"/>
+  <image file="glyphs.png">
+    <line index="1"><char char="A"/><char char="66" width="7"/></line>
+    <line index="2"><char char="0x43" width="3" yHotSpot="2"/><char/></line>
+  </image>
+</bitmapfont>)";
+
+std::string makeFontDir(const std::string& name, const std::string& description) {
+    const std::string dir = std::string(TEST_TMP_DIR) + "/" + name + "/";
+    norvane::mkdirs(dir);
+    SurfacePtr sheet = makeRgbaSurface(16, 32);
+    for (int y = 0; y < 32; ++y) {
+        for (int x = 0; x < 16; ++x) {
+            const bool a = x < 5 && y < 10, b = x >= 6 && x < 13 && y < 10, c = x < 3 && y >= 12 && y < 22;
+            setPixel(sheet.get(), x, y, a || b ? 255 : 0, a || c ? 255 : 0, a ? 255 : 0, a || b || c ? 255 : 0);
+        }
+    }
+    norvane::savePng(sheet.get(), (dir + "glyphs.png").c_str());
+    FILE* out = std::fopen((dir + "bitmapfont.xml").c_str(), "w");
+    std::fputs(description.c_str(), out);
+    std::fclose(out);
+    return dir;
+}
+
+class FontTest : public WindowTest {
+protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        norvane::RenderContext2D context(norvane::basic_Vector2D<float>{800, 600});
+        context.blending = true;
+        context.blendMode = norvane::BLEND_ALPHA;
+        context.apply();
+        norvane::setClearColor(norvane::Color(0, 0, 0, 1));
+        norvane::clearScreen();
+        glLoadIdentity();
+        glColor4f(1, 1, 1, 1);
+    }
+    SurfacePtr screenshot(const char* name) {
+        glFinish();
+        const std::string file = std::string(TEST_TMP_DIR) + "/" + name;
+        norvane::saveScreenshot(file.c_str());
+        return SurfacePtr(IMG_Load(file.c_str()));
+    }
+};
+
+// The colour at (x, y) of the 2D context, y upwards, as "white", "red", "green", "black" or other.
+std::string colour(SDL_Surface* shot, int x, int y) {
+    const Rgba c = pixelAt(shot, x, 599 - y);
+    for (auto [name, r, g, b] : {std::tuple{"white", 255, 255, 255}, {"red", 255, 0, 0}, {"green", 0, 255, 0},
+                                 {"black", 0, 0, 0}}) {
+        if (near(c, r, g, b, 255)) return name;
+    }
+    std::ostringstream out;
+    out << c;
+    return out.str();
+}
+
+// "AB" starting at (x, y): A over x .. x+4, a gap of one, B over x+6 .. x+12, rows y .. y+9.
+void expectAB(SDL_Surface* shot, int x, int y, const char* where) {
+    SCOPED_TRACE(where);
+    EXPECT_EQ(colour(shot, x - 1, y + 5), "black");
+    EXPECT_EQ(colour(shot, x, y), "white");
+    EXPECT_EQ(colour(shot, x + 4, y + 9), "white");
+    EXPECT_EQ(colour(shot, x + 5, y + 5), "black");
+    EXPECT_EQ(colour(shot, x + 6, y + 5), "red");
+    EXPECT_EQ(colour(shot, x + 12, y), "red");
+    EXPECT_EQ(colour(shot, x + 13, y + 5), "black");
+    EXPECT_EQ(colour(shot, x + 2, y + 10), "black");
+    EXPECT_EQ(colour(shot, x + 2, y - 1), "black");
+}
+
+}  // namespace
+
+TEST_F(FontTest, PrintsTextWhereItsJustificationPutsIt) {
+    testing::internal::CaptureStdout();
+    BitmapFont font(makeFontDir("blocks", BLOCKS));
+    const std::string log = testing::internal::GetCapturedStdout();
+    EXPECT_NE(log.find("No character index specified for blank character node. Using #32."), std::string::npos);
+    EXPECT_NE(log.find("No character index specified for character node. Skipping character."), std::string::npos);
+    EXPECT_EQ(font.name.family, "blocks");
+    EXPECT_EQ(font.name.size, 10u);
+    EXPECT_EQ(font.charCount, 'C' - ' ' + 1);
+    EXPECT_EQ(font.getWidth("AB"), 14);  // 5 + 1 + 7 + 1
+    EXPECT_EQ(font.getWidth(""), 0);
+    EXPECT_EQ(font.getWidth(" "), 5);
+    EXPECT_EQ(font.getWidth("A!z"), 8);  // "!" is undefined inside the range, "z" outside it: spacing only
+
+    // In rectangles (100, y, 100, 20), text 14 wide and 10 high.
+    font.print(basic_Rect<float>{100, 100, 100, 20}, norvane::JH_CENTER, norvane::JV_CENTER, "AB");
+    GLfloat matrix[16];
+    glGetFloatv(GL_MODELVIEW_MATRIX, matrix);
+    EXPECT_EQ(matrix[12], 14.0f);  // only the advance stays in the matrix
+    EXPECT_EQ(matrix[13], 0.0f);
+    glLoadIdentity();
+    font.print(basic_Rect<float>{100, 300, 100, 20}, norvane::JH_RIGHT, norvane::JV_TOP, "AB");
+    glLoadIdentity();
+    font.printf(basic_Rect<float>{100, 500, 100, 20}, norvane::JH_LEFT, norvane::JV_BOTTOM, "%c%c", 'A', 'B');
+    // At a point: centred text starts half its width (rounded up) to the left, right-justified ends there.
+    for (auto [x, justification] : {std::pair{400, norvane::JH_CENTER}, {600, norvane::JH_RIGHT}}) {
+        glLoadIdentity();
+        glTranslatef(static_cast<float>(x), 50, 0);
+        font.print(justification, "AB");
+    }
+    glLoadIdentity();
+    glTranslatef(600, 200, 0);
+    font.printf("%s", "CzA");  // C hangs two pixels below the baseline; z advances by the spacing only
+    glLoadIdentity();
+
+    SurfacePtr shot = screenshot("fonts.png");
+    ASSERT_TRUE(shot);
+    expectAB(shot.get(), 143, 105, "center/center: 100 + 50 - 7, 100 + 10 - 5");
+    expectAB(shot.get(), 186, 310, "right/top: 100 + 100 - 14, 300 + 20 - 10");
+    expectAB(shot.get(), 100, 500, "left/bottom");
+    expectAB(shot.get(), 393, 50, "centred at 400");
+    expectAB(shot.get(), 586, 50, "right-justified at 600");
+    EXPECT_EQ(colour(shot.get(), 600, 198), "green");  // the vertical padding picked line 2
+    EXPECT_EQ(colour(shot.get(), 602, 207), "green");
+    EXPECT_EQ(colour(shot.get(), 600, 208), "black");
+    EXPECT_EQ(colour(shot.get(), 600, 197), "black");
+    EXPECT_EQ(colour(shot.get(), 605, 200), "white");  // 600 + 4 (C) + 1 (z)
+    EXPECT_EQ(colour(shot.get(), 604, 200), "black");
+}
+
+TEST_F(FontTest, BanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
+    // The bank's definition goes where the helper writes descriptions.
+    const std::string dir = makeFontDir("bank", "<fonts><bitmapfont dir=\"one\"/><bitmapfont dir=\"two\"/>"
+                                                "<bitmapfont dir=\"other\"/><bitmapfont dir=\"broken\"/>"
+                                                "<bitmapfont dir=\"one\"/><unknown/></fonts>");
+    makeFontDir("bank/one", BLOCKS);
+    makeFontDir("bank/two", R"(<bitmapfont size="12"><image file="glyphs.png"><line index="1"><char char="A"/></line></image></bitmapfont>)");
+    makeFontDir("bank/other", R"(<notafont name="x"/>)");
+    makeFontDir("bank/broken", R"(<bitmapfont name="broken"><image><line index="1"><char char="A" width="6"/></line></image>
+        <image file="missing.png"><line index="1"><char char="B" width="3"/></line></image></bitmapfont>)");
+    FontBank bank;
+    testing::internal::CaptureStdout();
+    bank.load(dir + "bitmapfont.xml", dir);
+    const std::string log = testing::internal::GetCapturedStdout();
+    EXPECT_NE(log.find("No name specified for font. Using directory name."), std::string::npos) << log;
+    EXPECT_NE(log.find("No filename specified for font image. Skipping image."), std::string::npos) << log;
+    EXPECT_EQ(bank.size(), 4);  // "one" twice under the same descriptor: the later replaces the earlier
+    auto* blocks = bank.find(FontDescriptor("blocks", 10, 0));
+    ASSERT_NE(blocks, nullptr);
+    EXPECT_EQ(blocks->getWidth("AB"), 14);
+    ASSERT_NE(bank.find(FontDescriptor(dir + "two/", 12, 0)), nullptr);
+    auto* other = bank.find(FontDescriptor());  // a description of another kind leaves an empty font
+    ASSERT_NE(other, nullptr);
+    EXPECT_EQ(other->getWidth("AB"), 0);
+    auto* broken = bank.find(FontDescriptor("broken", 0, 0));
+    ASSERT_NE(broken, nullptr);
+    EXPECT_EQ(broken->getWidth("AB"), 9);  // glyphs without a usable image still advance
+    broken->print("AB");
+    other->print("AB");
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+
+    bank.refresh();
+    EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);
+    // A description that turns unreadable throws on refresh and leaves nothing to print with.
+    makeFontDir("bank/one", "<bitmapfont name=\"blocks\"");
+    EXPECT_THROW(blocks->refresh(), std::string);
+    EXPECT_EQ(blocks->getWidth("AB"), 2);
+}
+
+// The game's own fonts load without a message, and print Latin-1 text.
+TEST_F(FontTest, GameFontsLoadCleanly) {
+    const std::string dataDir = std::string(SOURCE_DIR) + "/data/";
+    std::unique_ptr<norvane::xml::Node> root(norvane::xml::loadXML((dataDir + "resources.xml").c_str()));
+    FontBank bank;
+    testing::internal::CaptureStdout();
+    for (const norvane::xml::Node* child : root->children) {
+        if (child->name == "fonts") bank.getFromNode(child, dataDir + child->getAttribute("dir", std::string()));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    ASSERT_GE(bank.size(), 1);
+    float y = 560;
+    for (const auto& entry : bank.resources) {
+        EXPECT_GT(entry.second->getWidth("Vantorix 1.0"), entry.second->getWidth("V")) << entry.first.family;
+        entry.second->print(basic_Rect<float>{0, y, 800, 40}, norvane::JH_CENTER, norvane::JV_CENTER,
+                            "Vantorix: Stage 3 complete. \xC4\xD6\xDC 0123456789 !?");
+        glLoadIdentity();
+        y -= 50;
+    }
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    ASSERT_TRUE(screenshot("gamefonts.png"));
+}

@@ -1,0 +1,98 @@
+#include "gfx/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "gfx/fonts.h"
+#include "support/window.h"
+
+using norvane::fonts::BlinkMessage;
+using norvane::fonts::Message;
+using norvane::fonts::Messages;
+
+namespace {
+
+// Writes down what it prints instead of drawing it.
+class Ledger : public norvane::fonts::Font {
+public:
+    unsigned char getHeight() override { return 10; }
+    unsigned short getWidth(const char* text) override { return static_cast<unsigned short>(std::string(text).size()); }
+    using Font::print;
+    void print(const char* text) override { printed.push_back(text); }
+    void release() override {}
+    void load() override {}
+    std::vector<std::string> printed;
+};
+
+class Counted : public Message {
+public:
+    Counted(float time, int* destroyed) : Message("", time), destroyed(destroyed) {}
+    ~Counted() override { ++*destroyed; }
+    int* destroyed;
+};
+
+std::vector<bool> shown(BlinkMessage& message, float step, int steps) {
+    std::vector<bool> visible;
+    for (int i = 0; i < steps; ++i) {
+        message.perform(step);
+        visible.push_back(message.visible);
+    }
+    return visible;
+}
+
+}  // namespace
+
+TEST(Messages, ExpireReplaceOrAccumulate) {
+    int destroyed = 0;
+    Ledger fallback, own;
+    Messages messages;
+    messages.font = &fallback;
+    messages += new Counted(1000, &destroyed);
+    messages.perform(999.5f);
+    messages.perform(0.5f);  // used up exactly
+    EXPECT_TRUE(messages.messages.empty());
+    EXPECT_EQ(destroyed, 1);
+    messages += new Counted(100, &destroyed);
+    auto* mine = new Counted(100, &destroyed);
+    mine->font = &own;
+    messages += mine;  // replaces the previous one
+    EXPECT_EQ(destroyed, 2);
+    EXPECT_EQ(mine->font, &own);
+    messages.accumulate = true;
+    messages += new Counted(300, &destroyed);
+    EXPECT_EQ(messages.messages.back()->font, &fallback);
+    messages.perform(150);
+    EXPECT_EQ(messages.messages.size(), 1u);
+    EXPECT_EQ(destroyed, 3);
+}
+
+TEST(BlinkMessage, AlternatesItsPhasesAndNeverSpins) {
+    BlinkMessage same("x", 3000, 500, -1);  // off as long as on
+    EXPECT_EQ(shown(same, 250, 8), (std::vector<bool>{true, true, false, false, true, true, false, false}));
+    BlinkMessage uneven("x", 10000, 500, 250);
+    EXPECT_EQ(shown(uneven, 250, 6), (std::vector<bool>{true, true, false, true, true, false}));
+    // A step of several cycles toggles as often as they require: from the end of an "off" phase,
+    // four whole cycles, then 100 into "on", which leaves 400 of it.
+    uneven.perform(4 * 750 + 100);
+    EXPECT_TRUE(uneven.visible);
+    EXPECT_FLOAT_EQ(uneven.phaseTime, 400.0f);
+    BlinkMessage still;  // all times 0
+    EXPECT_EQ(shown(still, 16, 2), (std::vector<bool>{true, true}));
+}
+
+TEST_F(WindowTest, MessagesDrawOnlyWithAFontAndWhileVisible) {
+    Ledger font;
+    Messages messages;
+    messages.accumulate = true;
+    messages += new Message("no font", 100);  // neither its own nor a default: drawn as nothing
+    messages.font = &font;
+    messages += new Message("steady", 1000);
+    auto* blinking = new BlinkMessage("blink", 1000, 100, 100);
+    messages += blinking;
+    messages.draw();
+    blinking->perform(150);
+    messages.draw();
+    EXPECT_EQ(font.printed, (std::vector<std::string>{"steady", "blink", "steady"}));
+}
