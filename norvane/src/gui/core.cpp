@@ -11,8 +11,11 @@
 
 #include "controls/queue.h"
 #include "gui/containers.h"
+#include "gui/lists.h"
 #include "gui/root.h"
+#include "gui/slider.h"
 #include "gui/standard.h"
+#include "gui/text.h"
 #include "xml/xml.h"
 
 namespace norvane {
@@ -43,6 +46,13 @@ const long MAX_GRID_SIZE = 256;
 Component* createComponent(const std::string& element) {
     if (element == "Pane") return new Pane;
     if (element == "InputCaptor") return new InputCaptor;
+    if (element == "Label") return new Label;
+    if (element == "Button") return new Button;
+    if (element == "Checkbox") return new Checkbox;
+    if (element == "DropdownList") return new DropdownList;
+    if (element == "Textfield") return new Textfield;
+    if (element == "Slider_int") return new Slider<int>;
+    if (element == "Slider_float") return new Slider<float>;
     return nullptr;
 }
 

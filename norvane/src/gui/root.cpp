@@ -22,10 +22,17 @@ const char* const XML_GUI = "gui";
 
 Style* createStyle(const std::string& element) {
     if (element == "PlainRectStyle") return new PlainRectStyle;
+    if (element == "TexturedRectStyle") return new TexturedRectStyle;
+    if (element == "LabelStyle") return new LabelStyle;
+    if (element == "ButtonStyle") return new ButtonStyle;
+    if (element == "DropdownListStyle") return new DropdownListStyle;
+    if (element == "CheckboxStyle") return new CheckboxStyle;
     return nullptr;
 }
 // Stick positions within this distance of the middle count as centred.
 const short AXIS_DEAD_ZONE = 16000;
+// Repeating widgets catch up in a loop of keyRepeat steps: a zero step would never end it.
+const float MIN_KEY_REPEAT = 1.0f;
 }  // namespace
 
 GUI::GUI() : styles(new StyleBank), focusedComponent(this) { visible = false; }
@@ -46,7 +53,7 @@ void GUI::setMouseCursor(sprites::Sprite* cursor) {
 
 void GUI::setKeyRepeat(float delayMs, float repeatMs) {
     keyDelay = delayMs;
-    keyRepeat = repeatMs;
+    keyRepeat = std::max(repeatMs, MIN_KEY_REPEAT);
 }
 
 void GUI::doMove() {
