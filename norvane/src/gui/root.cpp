@@ -6,6 +6,7 @@
 
 #include "controls/inputevaluator.h"
 #include "controls/queue.h"
+#include "gfx/imagebank.h"
 #include "gui/styles.h"
 #include "screen.h"
 #include "sprites/sprites.h"
@@ -19,6 +20,7 @@ const GuiResourceBankGenerator resourceBankGenerator;
 
 namespace {
 const char* const XML_GUI = "gui";
+const char* const XML_IMAGES = "images";
 
 Style* createStyle(const std::string& element) {
     if (element == "PlainRectStyle") return new PlainRectStyle;
@@ -87,6 +89,12 @@ void GUI::getFromNode(const Node* node, const std::string&) {
 }
 
 void GUI::getSelfFromNode(const Node* node, GUI* gui) {
+    if (manager) {
+        if (const std::string* bank = node->getAttribute(XML_IMAGES)) {
+            auto it = manager->banks.find(*bank);
+            images = it == manager->banks.end() ? nullptr : dynamic_cast<gfx::ImageBank*>(it->second);
+        }
+    }
     Component::getSelfFromNode(node, gui);
     for (const Node* element : node->children) {
         Style* style = createStyle(element->name);
