@@ -111,7 +111,8 @@ TEST_F(Definition, NestedContainersLoadIntoTheTreeAndFaultyElementsAreSkipped) {
     EXPECT_NE(log.find("(critical) Not a fully qualified trigger name."), std::string::npos);
     EXPECT_NE(log.find("Could not find matching style \"nosuch\" for \"last\"."), std::string::npos);
     EXPECT_NE(log.find("(error) No name specified for component. Using empty name."), std::string::npos);
-    EXPECT_EQ(log.find("ignored"), std::string::npos);  // unknown elements pass silently
+    EXPECT_NE(log.find("(warning) Unknown GUI element \"Bogus\" skipped."), std::string::npos);
+    EXPECT_EQ(log.find("PlainRectStyle\" skipped"), std::string::npos);  // styles belong here
 }
 
 TEST_F(Definition, StylesReadTheirColoursAndNamesAndTriggersNeedAManager) {

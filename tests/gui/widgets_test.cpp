@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "gui/lists.h"
 #include "gui/loaded.h"
 #include "gui/standard.h"
 #include "gui/text.h"
@@ -62,6 +63,8 @@ protected:
     InputCaptor* captor;
     ClickCounter counter;
 };
+
+using Definitions = loaded::LoadedGui;
 
 }  // namespace
 
@@ -213,4 +216,29 @@ TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled
     EXPECT_FALSE(captor->getEnabled());
     EXPECT_EQ(fired(), (std::vector<int>{6, 7, 8}));
     EXPECT_EQ(callback.confirms, 0);
+}
+
+TEST_F(Definitions, UnknownWidgetTypesAndStylesAreReportedAndTheRestWorks) {
+    ASSERT_NE(load("<LabelStyle name=\"plain\"/>"
+                   "<Slider_double name=\"odd\"/>"
+                   "<Button name=\"go\" x=\"0\" y=\"0\" width=\"50\" height=\"20\" style=\"missing\" trigger=\"menu.t9\"/>"
+                   "<Checkbox name=\"box\" style=\"plain\"/>"
+                   "<DropdownList name=\"list\" style=\"plain\"><Item caption=\"only\"/></DropdownList>"
+                   "<Textfield name=\"text\" style=\"gone\"/>"),
+              nullptr);
+    for (const char* line : {"Unknown GUI element \"Slider_double\" skipped.",
+                             "Could not find matching style \"missing\" for \"go\".",
+                             "Could not find matching style \"plain\" for \"box\".",  // a label style, not a checkbox style
+                             "Could not find matching style for dropdown list \"list\".",
+                             "Could not find matching style \"gone\" for \"text\"."}) {
+        EXPECT_NE(log.find(line), std::string::npos) << line << "\n" << log;
+    }
+    EXPECT_EQ((*gui)["odd"], nullptr);
+    auto* go = get<Button>("go");
+    ASSERT_NE(go, nullptr);
+    EXPECT_EQ(go->getStyle(), nullptr);
+    go->setFocused(true);
+    key(SDLK_RETURN, '\r');
+    EXPECT_EQ(fired(), (std::vector<int>{9}));
+    EXPECT_EQ(get<DropdownList>("list")->getCaption(), "only");
 }

@@ -15,6 +15,7 @@
 #include "gui/root.h"
 #include "gui/slider.h"
 #include "gui/standard.h"
+#include "gui/styles.h"
 #include "gui/text.h"
 #include "xml/xml.h"
 
@@ -38,6 +39,7 @@ const char* const XML_VISIBLE = "visible";
 const char* const XML_ENABLED = "enabled";
 const char* const XML_DATA = "data";
 const char* const XML_DATA_STRING = "dataString";
+const char* const XML_ITEM = "Item";  // a dropdown list's
 const char* const XML_TRIGGER_DIRECTION[] = {"triggerNorth", "triggerEast", "triggerSouth", "triggerWest"};
 
 // Grid cells and spans beyond this come from broken data; a grid of them would not fit in memory.
@@ -54,6 +56,12 @@ Component* createComponent(const std::string& element) {
     if (element == "Slider_int") return new Slider<int>;
     if (element == "Slider_float") return new Slider<float>;
     return nullptr;
+}
+
+bool isKnownElement(const std::string& element) {
+    if (element == XML_ITEM) return true;
+    std::unique_ptr<Style> style(createStyle(element));
+    return style != nullptr;
 }
 
 // Reports an element whose cell or rectangle no component can have.
@@ -349,7 +357,14 @@ void Component::getSelfFromNode(const Node* node, GUI* gui) {
 void Component::getChildrenFromNode(const Node* node, GUI* gui) {
     for (const Node* element : node->children) {
         std::unique_ptr<Component> child(createComponent(element->name));
-        if (!child || !isSound(element)) continue;
+        if (!child) {
+            // Styles are read by the GUI and items by their dropdown list; anything else is a typo.
+            if (!isKnownElement(element->name)) {
+                debug::warning(dbgGui, "Unknown GUI element \"%s\" skipped.", element->name.c_str());
+            }
+            continue;
+        }
+        if (!isSound(element)) continue;
         GUI* root = gui ? gui : dynamic_cast<GUI*>(child.get());
         child->getSelfFromNode(element, root);
         child->getChildrenFromNode(element, root);

@@ -22,15 +22,6 @@ namespace {
 const char* const XML_GUI = "gui";
 const char* const XML_IMAGES = "images";
 
-Style* createStyle(const std::string& element) {
-    if (element == "PlainRectStyle") return new PlainRectStyle;
-    if (element == "TexturedRectStyle") return new TexturedRectStyle;
-    if (element == "LabelStyle") return new LabelStyle;
-    if (element == "ButtonStyle") return new ButtonStyle;
-    if (element == "DropdownListStyle") return new DropdownListStyle;
-    if (element == "CheckboxStyle") return new CheckboxStyle;
-    return nullptr;
-}
 // Stick positions within this distance of the middle count as centred.
 const short AXIS_DEAD_ZONE = 16000;
 // Repeating widgets catch up in a loop of keyRepeat steps: a zero step would never end it.

@@ -88,6 +88,16 @@ J readJustification(const Node* node, const std::string& attribute, J current, J
 
 }  // namespace
 
+Style* createStyle(const std::string& element) {
+    if (element == "PlainRectStyle") return new PlainRectStyle;
+    if (element == "TexturedRectStyle") return new TexturedRectStyle;
+    if (element == "LabelStyle") return new LabelStyle;
+    if (element == "ButtonStyle") return new ButtonStyle;
+    if (element == "DropdownListStyle") return new DropdownListStyle;
+    if (element == "CheckboxStyle") return new CheckboxStyle;
+    return nullptr;
+}
+
 gfx::Image* findImage(const GUI* gui, const std::string& imageName) {
     gfx::ImageBank* bank = gui ? gui->getImages() : nullptr;
     return bank ? bank->find(imageName) : nullptr;

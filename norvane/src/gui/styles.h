@@ -142,6 +142,9 @@ public:
 
 void warnNoStyle(const std::string& styleName, const std::string& owner);
 
+// A new, empty style for a style element of a GUI definition; null for any other element.
+Style* createStyle(const std::string& element);
+
 // The image of that name in the GUI's images bank, or null.
 gfx::Image* findImage(const GUI* gui, const std::string& imageName);
 
