@@ -15,6 +15,7 @@
 #include "gui/text.h"
 #include "rendercontext.h"
 #include "screenshot.h"
+#include "sprites/sprites.h"
 #include "support/window.h"
 
 using namespace norvane;
@@ -33,6 +34,17 @@ void writeImage(const std::string& name, int size, Uint32 rgba) {
                  SDL_MapRGBA(surface->format, rgba >> 24, (rgba >> 16) & 0xFF, (rgba >> 8) & 0xFF, rgba & 0xFF));
     savePng(surface.get(), (DIR + name).c_str());
 }
+
+// A 10 x 10 half-red square above and right of its position, added to what lies below it.
+class AddingCursor : public sprites::Sprite {
+public:
+    AddingCursor() : Sprite({250, 530}, true) { blendMode = BLEND_ADDITIVE; }
+    void drawSelf() override {
+        glDisable(GL_TEXTURE_2D);
+        glColor4f(0.5f, 0.0f, 0.0f, 1.0f);
+        glRectf(position.x, position.y, position.x + 10, position.y + 10);
+    }
+};
 
 // One flat box colour per state, a bevel on the resting ones: unchecked (and plain) widgets in
 // greys and primaries, checked boxes in darker mixes.
@@ -151,6 +163,7 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     clearScreen();
     resetCursor();
     at("b1")->mouseDown(&q, {1, 1}, 1);  // a repeating button stays down without the focus
+    gui->setMouseCursor(new AddingCursor);
     gui->draw();
     drawHot(at("b2"), false);
     drawHot(at("b3"), true);
@@ -177,6 +190,8 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     };
     EXPECT_EQ(colourAt("b0"), 0x404040u);
     EXPECT_EQ(colourAt("b1"), 0x800000u);
+    EXPECT_EQ(pixel(255, 535), 0xFF0000u);  // the cursor, over everything, with its own blending
+    EXPECT_EQ(pixel(270, 535), 0x800000u);
     EXPECT_EQ(colourAt("b2"), 0x008000u);
     EXPECT_EQ(colourAt("b3"), 0x000080u);
     EXPECT_EQ(pixel(20 + 20 - 1, 20 + 515), 0xFFFFFFu);  // the bevel: light on the left

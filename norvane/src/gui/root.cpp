@@ -6,6 +6,7 @@
 
 #include "controls/inputevaluator.h"
 #include "controls/queue.h"
+#include "gfx/blend.h"
 #include "gfx/imagebank.h"
 #include "gui/styles.h"
 #include "screen.h"
@@ -184,7 +185,16 @@ void GUI::draw() {
 }
 
 void GUI::drawSelfPost() {
-    if (mouseCursor && mouseCursor->visible) mouseCursor->drawSelf();
+    if (!mouseCursor || !mouseCursor->visible) return;
+    // The GUI draws with alpha blending; a cursor that asks for another blend function gets it
+    // for itself only.
+    const bool ownBlend = mouseCursor->blendMode != BLEND_DEFAULT;
+    if (ownBlend) {
+        glPushAttrib(GL_COLOR_BUFFER_BIT);
+        setBlendMode(mouseCursor->blendMode);
+    }
+    mouseCursor->drawSelf();
+    if (ownBlend) glPopAttrib();
 }
 
 BasicResourceBank* GuiResourceBankGenerator::generateBank(const std::string& type) const {
