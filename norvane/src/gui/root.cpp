@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <memory>
 
 #include "controls/inputevaluator.h"
 #include "controls/queue.h"
@@ -89,10 +90,11 @@ void GUI::getSelfFromNode(const Node* node, GUI* gui) {
     }
     Component::getSelfFromNode(node, gui);
     for (const Node* element : node->children) {
-        Style* style = createStyle(element->name);
+        std::unique_ptr<Style> style(createStyle(element->name));
         if (!style) continue;
-        style->getFromNode(element, this);
-        styles->add(style->name, style);  // replaces and deletes an earlier one of that name
+        style->getFromNode(element, this);  // an unknown stretch mode throws
+        const std::string key = style->name;
+        styles->add(key, style.release());  // replaces and deletes an earlier one of that name
     }
 }
 
