@@ -60,8 +60,9 @@ const char* const STYLES =
     "<TexturedRectStyle name=\"frame\" color=\"FFFFFFFF\" stretch=\"stretch\" center=\"center\""
     "  upperLeft=\"edge\" upper=\"edge\" upperRight=\"edge\" left=\"edge\" right=\"edge\""
     "  lowerLeft=\"edge\" lower=\"edge\" lowerRight=\"edge\"/>"
-    "<LabelStyle name=\"lUp\" rect=\"rUp\"/><LabelStyle name=\"lDown\" rect=\"rDown\"/>"
-    "<LabelStyle name=\"lUpHot\" rect=\"rUpHot\"/><LabelStyle name=\"lDownHot\" rect=\"rDownHot\"/>"
+    "<SimpleFontStyle name=\"fText\" family=\"blocks\" size=\"8\" horizontal=\"left\"/>"
+    "<LabelStyle name=\"lUp\" rect=\"rUp\" font=\"fText\"/><LabelStyle name=\"lDown\" rect=\"rDown\"/>"
+    "<LabelStyle name=\"lUpHot\" rect=\"rUpHot\" font=\"fText\"/><LabelStyle name=\"lDownHot\" rect=\"rDownHot\"/>"
     "<LabelStyle name=\"lOnUp\" rect=\"rOnUp\"/><LabelStyle name=\"lOnUpHot\" rect=\"rOnUpHot\"/>"
     "<LabelStyle name=\"lOnDownHot\" rect=\"rOnDownHot\"/>"
     "<ButtonStyle name=\"bs\" up=\"lUp\" down=\"lDown\" upHot=\"lUpHot\" downHot=\"lDownHot\"/>"
@@ -78,10 +79,18 @@ protected:
         writeImage("edge.png", 8, 0x0000FFFF);
         writeImage("center.png", 16, 0x102010FF);
         writeImage("marker.png", 8, 0xFFFF00FF);
+        // A font whose glyphs A, B, C and _ are solid 6 x 8 blocks, one unit apart.
+        mkdirs(DIR + "font/");
+        writeImage("font/glyphs.png", 32, 0xFFFFFFFF);
+        std::ofstream(DIR + "font/bitmapfont.xml")
+            << "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
+               "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
+               "<char char=\"C\"/><char char=\"_\"/></line></image></bitmapfont>";
         std::ofstream(DIR + "resources.xml")
-            << "<resources><images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
+            << "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
+               "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
                "<image name=\"center\" filename=\"center.png\"/><image name=\"marker\" filename=\"marker.png\"/>"
-               "</images><gui name=\"gui\" images=\"guiImages\" width=\"800\" height=\"600\" visible=\"true\">"
+               "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" width=\"800\" height=\"600\" visible=\"true\">"
             << STYLES << WIDGETS << "</gui></resources>";
         manager.load(DIR + "resources.xml", "");
         dynamic_cast<gfx::ImageBank*>(manager.banks["guiImages"])->refresh(nullptr);
@@ -119,7 +128,7 @@ protected:
     // Rows from the top; columns: resting, pressed, hot, pressed and hot.
     static constexpr const char* WIDGETS =
         "<Pane name=\"pane\" x=\"20\" y=\"20\" width=\"760\" height=\"560\" style=\"frame\">"
-        "<Button name=\"b0\" x=\"20\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\"/>"
+        "<Button name=\"b0\" x=\"20\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\" caption=\"AB\"/>"
         "<Button name=\"b1\" x=\"180\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\" repeat=\"true\"/>"
         "<Button name=\"b2\" x=\"340\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\"/>"
         "<Button name=\"b3\" x=\"500\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\"/>"
@@ -139,15 +148,19 @@ protected:
         "  min=\"0\" max=\"10\" value=\"10\"/>"
         "<Slider_float name=\"s3\" x=\"660\" y=\"200\" width=\"20\" height=\"330\" orientation=\"vertical\""
         "  barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"1\" value=\"0.5\"/>"
-        "<Textfield name=\"t0\" x=\"20\" y=\"200\" width=\"120\" height=\"30\" style=\"lUp\"/>"
-        "<Textfield name=\"t2\" x=\"340\" y=\"200\" width=\"120\" height=\"30\" style=\"lUpHot\"/>"
-        "<Label name=\"label\" x=\"20\" y=\"140\" width=\"120\" height=\"30\" style=\"lLeft\" image=\"marker\"/>"
+        "<Textfield name=\"t0\" x=\"20\" y=\"200\" width=\"120\" height=\"30\" style=\"lUp\" caption=\"C\"/>"
+        "<Textfield name=\"t2\" x=\"340\" y=\"200\" width=\"120\" height=\"30\" style=\"lUpHot\" caption=\"C\"/>"
+        "<Label name=\"label\" x=\"20\" y=\"140\" width=\"120\" height=\"30\" style=\"lLeft\" image=\"marker\""
+        "  caption=\"AB\"/>"
+        "<Label name=\"fontless\" x=\"500\" y=\"140\" width=\"120\" height=\"30\" style=\"lCentred\""
+        "  image=\"marker\"/>"
         "<InputCaptor name=\"captor\" x=\"340\" y=\"140\" width=\"120\" height=\"30\"/>"
         "<Pane name=\"clip\" x=\"20\" y=\"60\" width=\"100\" height=\"40\" style=\"rBar\">"
         "  <Button name=\"overflow\" x=\"60\" y=\"5\" width=\"80\" height=\"30\" style=\"bs\"/>"
         "</Pane>"
         "</Pane>"
-        "<LabelStyle name=\"lLeft\" rect=\"rBar\" imageHorizontal=\"left\"/>";
+        "<LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\" imageHorizontal=\"left\"/>"
+        "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
 
     ResourceManager manager;
     GUI* gui = nullptr;
@@ -214,9 +227,19 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     EXPECT_EQ(pixel(20 + 670, 20 + 210), 0x303030u);
     EXPECT_EQ(colourAt("t0"), 0x404040u);
     EXPECT_EQ(colourAt("t2"), 0x008000u);
-    // Without a font style there is no text to keep clear of: the marker goes in the middle.
-    EXPECT_EQ(colourAt("label"), 0xFFFF00u);
-    EXPECT_EQ(pixel(20 + 24, 20 + 155), 0x303030u);
+    // Text, vertically centred: "AB" of b0 at its left edge, "C" and the focused field's "_".
+    EXPECT_EQ(pixel(40 + 3, 520 + 15), 0xFFFFFFu);
+    EXPECT_EQ(pixel(40 + 6, 520 + 15), 0x404040u);  // the unit between the glyphs
+    EXPECT_EQ(pixel(40 + 10, 520 + 15), 0xFFFFFFu);
+    EXPECT_EQ(pixel(40 + 3, 520 + 8), 0x404040u);  // below the glyphs
+    EXPECT_EQ(pixel(360 + 3, 220 + 15), 0xFFFFFFu);
+    EXPECT_EQ(pixel(360 + 10, 220 + 15), 0xFFFFFFu);
+    EXPECT_EQ(pixel(40 + 10, 220 + 15), 0x404040u);  // no "_" without the focus
+    // The label's marker at its left edge, its text right of it; without a font style the
+    // marker goes in the middle.
+    EXPECT_EQ(pixel(40 + 4, 160 + 15), 0xFFFF00u);
+    EXPECT_EQ(pixel(40 + 8 + 3, 160 + 15), 0xFFFFFFu);
+    EXPECT_EQ(colourAt("fontless"), 0xFFFF00u);
     // The textured frame: blue edges outside the pane, the stretched centre inside.
     EXPECT_EQ(pixel(16, 300), 0x0000FFu);
     EXPECT_EQ(pixel(400, 584), 0x0000FFu);

@@ -8,6 +8,7 @@
 #include "controls/inputevaluator.h"
 #include "controls/queue.h"
 #include "gfx/blend.h"
+#include "gfx/fonts.h"
 #include "gfx/imagebank.h"
 #include "gui/styles.h"
 #include "screen.h"
@@ -23,6 +24,16 @@ const GuiResourceBankGenerator resourceBankGenerator;
 namespace {
 const char* const XML_GUI = "gui";
 const char* const XML_IMAGES = "images";
+const char* const XML_FONTS = "fonts";
+
+// The bank `attribute` names in `manager`, when it is of kind T; `current` without the attribute.
+template <typename T>
+T* readBank(const Node* node, const char* attribute, const ResourceManager* manager, T* current) {
+    const std::string* bankName = node->getAttribute(attribute);
+    if (!bankName) return current;
+    auto it = manager->banks.find(*bankName);
+    return it == manager->banks.end() ? nullptr : dynamic_cast<T*>(it->second);
+}
 
 // Stick positions within this distance of the middle count as centred.
 const short AXIS_DEAD_ZONE = 16000;
@@ -83,10 +94,8 @@ void GUI::getFromNode(const Node* node, const std::string&) {
 
 void GUI::getSelfFromNode(const Node* node, GUI* gui) {
     if (manager) {
-        if (const std::string* bank = node->getAttribute(XML_IMAGES)) {
-            auto it = manager->banks.find(*bank);
-            images = it == manager->banks.end() ? nullptr : dynamic_cast<gfx::ImageBank*>(it->second);
-        }
+        fonts = readBank(node, XML_FONTS, manager, fonts);
+        images = readBank(node, XML_IMAGES, manager, images);
     }
     Component::getSelfFromNode(node, gui);
     for (const Node* element : node->children) {

@@ -5,6 +5,7 @@
 #include <cassert>
 #include <cstdlib>
 
+#include "gfx/fonts.h"
 #include "gfx/imagebank.h"
 #include "xml/xml.h"
 
@@ -91,6 +92,7 @@ J readJustification(const Node* node, const std::string& attribute, J current, J
 Style* createStyle(const std::string& element) {
     if (element == "PlainRectStyle") return new PlainRectStyle;
     if (element == "TexturedRectStyle") return new TexturedRectStyle;
+    if (element == "SimpleFontStyle") return new SimpleFontStyle;
     if (element == "LabelStyle") return new LabelStyle;
     if (element == "ButtonStyle") return new ButtonStyle;
     if (element == "DropdownListStyle") return new DropdownListStyle;
@@ -194,6 +196,25 @@ void TexturedRectStyle::draw(const basic_Rect<float>& r) {
     drawPart(images[LOWER_LEFT], {r.x - w(LOWER_LEFT), r.y - h(LOWER_LEFT), 0, 0}, STRETCH_SINGLE);
     drawPart(images[LOWER], {r.x, r.y - h(LOWER), r.width, h(LOWER)}, stretchLower);
     drawPart(images[LOWER_RIGHT], {right, r.y - h(LOWER_RIGHT), 0, 0}, STRETCH_SINGLE);
+    glPopAttrib();
+}
+
+void SimpleFontStyle::getFromNode(const Node* node, GUI* gui) {
+    FontStyle::getFromNode(node, gui);
+    color = readColor(node, XML_COLOR, color);
+    if (const std::string* family = node->getAttribute(XML_FAMILY)) {
+        const long size = node->getAttributeLong(XML_SIZE, 0);
+        fonts::FontBank* bank = gui ? gui->getFonts() : nullptr;
+        font = bank ? bank->find(fonts::FontDescriptor(*family, static_cast<unsigned int>(size), fonts::FontStyle(0)))
+                    : nullptr;
+    }
+}
+
+void SimpleFontStyle::print(const basic_Rect<float>& r, const char* text) {
+    if (!font) return;
+    glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT | GL_TEXTURE_BIT);
+    color.apply();
+    font->print(r, horizontal, vertical, text);
     glPopAttrib();
 }
 

@@ -89,6 +89,15 @@ public:
     JustificationVertical vertical = JV_CENTER;
 };
 
+class SimpleFontStyle : public FontStyle {
+public:
+    void getFromNode(const Node* node, GUI* gui) override;
+    void print(const basic_Rect<float>& rect, const char* text) override;  // nothing without a font
+
+    fonts::Font* font = nullptr;
+    Color color{1, 1, 1, 1};
+};
+
 // A box, a font, and where an image goes beside the text.
 class LabelStyle : public Style {
 public:
