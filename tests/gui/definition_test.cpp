@@ -32,14 +32,15 @@ protected:
     void TearDown() override {
         for (auto& bank : manager.banks) delete bank.second;  // the manager leaves them alive
     }
-    GUI* load(const std::string& guiContent) {
+    GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {
         // The scratch directory is shared by every test folder, and tests run in parallel.
         mkdirs(TEST_TMP_DIR "/gui/");
         const std::string path = std::string(TEST_TMP_DIR "/gui/") +
                                  ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".xml";
         std::ofstream(path) << "<resources><inputEvaluator name=\"menu\">"
                                "<trigger code=\"1\" name=\"up\"/><trigger code=\"2\" name=\"back\"/>"
-                               "</inputEvaluator><gui name=\"gui\">"
+                               "</inputEvaluator><gui name=\"gui\""
+                            << guiAttributes << ">"
                             << guiContent << "</gui></resources>";
         log = captured([&] { manager.load(path, ""); });
         return dynamic_cast<GUI*>(manager.banks["gui"]);
@@ -75,9 +76,11 @@ TEST_F(Definition, NestedContainersLoadIntoTheTreeAndFaultyElementsAreSkipped) {
         "  <Pane name=\"last\" style=\"nosuch\"/>"
         "</Pane>"
         "<PlainRectStyle name=\"frame\" color=\"00FF00FF\"/>"
-        "<Pane style=\"frame\"/>");
+        "<Pane style=\"frame\"/>",
+        " cursor=\"arrow\"");
     ASSERT_NE(gui, nullptr);
     EXPECT_EQ(names(gui), (std::vector<std::string>{"pMain", ""}));
+    EXPECT_EQ(gui->getMouseCursor(), nullptr);  // no images bank to find it in
     Component* main = (*gui)["pMain"];
     EXPECT_EQ(names(main), (std::vector<std::string>{"ic", "pInner", "last"}));
     EXPECT_EQ(names((*gui)["pInner"]), (std::vector<std::string>{"deep"}));

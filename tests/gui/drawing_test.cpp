@@ -90,7 +90,7 @@ protected:
             << "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
                "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
                "<image name=\"center\" filename=\"center.png\"/><image name=\"marker\" filename=\"marker.png\"/>"
-               "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" width=\"800\" height=\"600\" visible=\"true\">"
+               "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\" width=\"800\" height=\"600\" visible=\"true\">"
             << STYLES << WIDGETS << "</gui></resources>";
         manager.load(DIR + "resources.xml", "");
         dynamic_cast<gfx::ImageBank*>(manager.banks["guiImages"])->refresh(nullptr);
@@ -176,6 +176,10 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     clearScreen();
     resetCursor();
     at("b1")->mouseDown(&q, {1, 1}, 1);  // a repeating button stays down without the focus
+    auto* fromDefinition = dynamic_cast<sprites::ImageSprite*>(gui->getMouseCursor());
+    ASSERT_NE(fromDefinition, nullptr);
+    EXPECT_EQ(fromDefinition->image, gui->getImages()->find("marker"));
+    EXPECT_FLOAT_EQ(fromDefinition->position.x, 400);
     gui->setMouseCursor(new AddingCursor);
     gui->draw();
     drawHot(at("b2"), false);

@@ -10,6 +10,7 @@
 #include "gfx/blend.h"
 #include "gfx/fonts.h"
 #include "gfx/imagebank.h"
+#include "gfx/textureimage.h"
 #include "gui/styles.h"
 #include "screen.h"
 #include "sprites/sprites.h"
@@ -25,6 +26,7 @@ namespace {
 const char* const XML_GUI = "gui";
 const char* const XML_IMAGES = "images";
 const char* const XML_FONTS = "fonts";
+const char* const XML_CURSOR = "cursor";
 
 // The bank `attribute` names in `manager`, when it is of kind T; `current` without the attribute.
 template <typename T>
@@ -104,6 +106,12 @@ void GUI::getSelfFromNode(const Node* node, GUI* gui) {
         style->getFromNode(element, this);  // an unknown stretch mode throws
         const std::string key = style->name;
         styles->add(key, style.release());  // replaces and deletes an earlier one of that name
+    }
+    // Without an images bank there is nothing to show: the cursor is ignored.
+    const std::string* cursorName = node->getAttribute(XML_CURSOR);
+    if (cursorName && images) {
+        auto* image = dynamic_cast<gfx::SingleTextureImage*>(images->find(*cursorName));
+        setMouseCursor(new sprites::ImageSprite({dimensions.width / 2, dimensions.height / 2}, true, image));
     }
 }
 
