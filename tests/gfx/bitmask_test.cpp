@@ -106,24 +106,6 @@ TEST(Bitmask, BoundingBoxesOfHandMadeMasks) {
     const Bitmask plus(surfaceFromPicture({".#.", "###", ".#."}).get(), 0.5f, false);
     expectRect(plus.getOuterBoundingBox(), 0, 0, 3, 3);
     expectRect(plus.getInnerBoundingBox(), 0, 1, 3, 1);
-
-    const Bitmask ring(surfaceFromPicture({"......",
-                                           ".####.",
-                                           ".#..#.",
-                                           ".####.",
-                                           "......"}).get(),
-                       0.5f, false);
-    expectRect(ring.getOuterBoundingBox(), 1, 1, 4, 3);
-    expectRect(ring.getInnerBoundingBox(), 1, 1, 4, 1);
-
-    const Bitmask steps(surfaceFromPicture({"#....",
-                                            "##...",
-                                            "###..",
-                                            "####.",
-                                            "#####"}).get(),
-                        0.5f, false);
-    expectRect(steps.getOuterBoundingBox(), 0, 0, 5, 5);
-    expectRect(steps.getInnerBoundingBox(), 0, 2, 3, 3);
 }
 
 TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {

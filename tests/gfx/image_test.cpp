@@ -8,7 +8,6 @@
 #include "image_files.h"
 #include "rendercontext.h"
 #include "support/window.h"
-#include "xml/xml.h"
 
 using norvane::basic_Rect;
 using norvane::basic_Vector2D;
@@ -98,20 +97,14 @@ TEST_F(WindowTest, BitmaskIsMadeOnceFromTheUnpaddedImage) {
 }
 
 TEST_F(WindowTest, FiltersAreCappedByTheBank) {
-    const std::string dir = gfxPath("filters/");
     writePngFile("filters/f.png", quarteredSurface(16, 16).get());
-    norvane::xml::Node root;
-    for (const char* filter : {"none", "linear", "bilinear", "trilinear"}) {
-        auto* element = new norvane::xml::Node;
-        element->name = "image";
-        (*element)["name"] = filter;
-        (*element)["filename"] = "f.png";
-        (*element)["filter"] = filter;
-        (*element)["clamp"] = filter[0] == 'l' ? "true" : "false";
-        root += element;
-    }
     norvane::gfx::ImageBank bank;
-    bank.getFromNode(&root, dir);
+    bank.load(writeFile("filters/images.xml",
+                        "<images><image name=\"none\" filename=\"f.png\" filter=\"none\"/>"
+                        "<image name=\"linear\" filename=\"f.png\" clamp=\"true\"/>"
+                        "<image name=\"bilinear\" filename=\"f.png\" filter=\"bilinear\"/>"
+                        "<image name=\"trilinear\" filename=\"f.png\" filter=\"trilinear\"/></images>"),
+              "");
     bank.refresh(nullptr);
     auto image = [&](const char* name) { return static_cast<SimpleImage*>(bank.find(name)); };
     const struct {
@@ -234,40 +227,23 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     const Rgba redA = R, whiteA = W, blueA = B, greenA{64, 192, 64, 0};
     const Rgba redAdd{255, 128, 128, 0}, whiteAdd = W, blueAdd{128, 128, 255, 0}, greenAdd{128, 255, 128, 0};
 
-    for (int left : {100, 300}) {  // default and additive
-        expectAt(left + 3, 512, redAdd);
-        expectAt(left + 12, 512, whiteAdd);
-        expectAt(left + 3, 503, blueAdd);
-        expectAt(left + 12, 503, greenAdd);
-    }
-    expectAt(203, 512, redA);
-    expectAt(212, 512, whiteA);
-    expectAt(203, 503, blueA);
-    expectAt(212, 503, greenA);
-    // Exactly 16 x 16 with its lower-left corner at the point.
-    expectAt(200, 500, blueA);
-    expectAt(215, 515, whiteA);
-    expectAt(199, 505, gray);
-    expectAt(216, 505, gray);
-    expectAt(205, 499, gray);
-    expectAt(205, 516, gray);
-
-    // Hotspot (4, -8) at (400, 520): the lower-left corner lands at (396, 512).
-    expectAt(396, 527, redA);
-    expectAt(411, 512, greenA);
-    expectAt(395, 520, gray);
-    expectAt(398, 511, gray);
-    expectAt(412, 520, gray);
-    expectAt(398, 528, gray);
-
-    // Stretched to 64 x 32.
-    expectAt(101, 330, redA);
-    expectAt(162, 330, whiteA);
-    expectAt(101, 301, blueA);
-    expectAt(162, 301, greenA);
-    expectAt(99, 310, gray);
-    expectAt(164, 310, gray);
-    expectAt(110, 332, gray);
+    // Four quarters of a w x h picture with its lower-left corner at (x, y), and nothing around it.
+    auto expectQuarters = [&](int x, int y, int w, int h, Rgba tl, Rgba tr, Rgba bl, Rgba br) {
+        expectAt(x, y + h - 1, tl);
+        expectAt(x + w - 1, y + h - 1, tr);
+        expectAt(x, y, bl);
+        expectAt(x + w - 1, y, br);
+        for (const auto& outside : {std::make_pair(x - 1, y), {x + w, y}, {x, y - 1}, {x, y + h}}) {
+            expectAt(outside.first, outside.second, gray);
+        }
+    };
+    expectQuarters(100, 500, 16, 16, redAdd, whiteAdd, blueAdd, greenAdd);  // default: the context's additive
+    expectQuarters(200, 500, 16, 16, redA, whiteA, blueA, greenA);
+    expectQuarters(300, 500, 16, 16, redAdd, whiteAdd, blueAdd, greenAdd);
+    expectQuarters(396, 512, 16, 16, redA, whiteA, blueA, greenA);  // hotspot (4, -8) at (400, 520)
+    expectQuarters(100, 300, 64, 32, redA, whiteA, blueA, greenA);
+    expectQuarters(600, 100, 120, 100, redAdd, whiteAdd, blueAdd, greenAdd);  // padding never shows
+    expectQuarters(200, 100, 20, 20, R, G, B, W);  // 24-bit BGR, converted before upload
 
     // Tiled from the upper-left corner (300, 320) through a repeating texture: 16-unit tiles, the
     // last column cut to 8 and the last row to 4, both showing the tile's upper-left part.
@@ -296,22 +272,10 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     expectAt(502, 299, gray);
     expectAt(502, 315, gray);
 
-    // Stretched from a padded texture: the padding never shows at the edges.
-    expectAt(601, 198, redAdd);
-    expectAt(718, 198, whiteAdd);
-    expectAt(601, 101, blueAdd);
-    expectAt(718, 101, greenAdd);
-
     // 24-bit RGB, padded from 5 x 3, each pixel stretched to 10 x 10.
     const Rgba rgbRows[3][5] = {{R, G, B, W, K}, {Y, C, M, K, W}, {D, D, D, D, D}};
     for (int row = 0; row < 3; ++row)
         for (int column = 0; column < 5; ++column) expectAt(105 + 10 * column, 125 - 10 * row, rgbRows[row][column]);
-
-    // 24-bit BGR, converted before upload.
-    expectAt(205, 115, R);
-    expectAt(215, 115, G);
-    expectAt(205, 105, B);
-    expectAt(215, 105, W);
 
     for (SimpleImage* image : {&square, &padded, &rgb, &converted}) image->release(true);
 }

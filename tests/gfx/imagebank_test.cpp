@@ -91,9 +91,7 @@ TEST_F(ImageBankTest, DefinitionLoadsBanksInDocumentOrderWithTheirMessages) {
     // Defaults; a misspelt filter is linear; the later "dup" replaced the earlier.
     const auto* plain = game->find("a.png");
     EXPECT_EQ(plain->getFilename(), dir + "a.png");
-    EXPECT_FLOAT_EQ(plain->getHotspot().x, 0.0f);
     EXPECT_FLOAT_EQ(plain->getBitmaskThreshold(), -1.0f);
-    EXPECT_FALSE(plain->getClamp());
     EXPECT_EQ(plain->getFilter(), norvane::gfx::FILTER_LINEAR);
     EXPECT_EQ(game->find("odd")->getFilter(), norvane::gfx::FILTER_LINEAR);
     EXPECT_EQ(game->find("dup")->getFilename(), dir + "two.png");

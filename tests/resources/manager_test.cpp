@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <thread>
 
 #include "files/sysdirs.h"
 #include "norvane.h"
@@ -189,29 +188,6 @@ TEST_F(ResourceManagerTest, RenameMovesTheBankAndRejectsUnknownNames) {
     delete b;
 }
 
-TEST_F(ResourceManagerTest, GeneratorsAreAskedInRegistrationOrder) {
-    ResourceManager manager;
-    EXPECT_EQ(manager.createResourceBank("Tests"), nullptr);
-    BasicResourceBank* bank = manager.createResourceBank("tests");
-    EXPECT_TRUE(dynamic_cast<TestBank*>(bank));
-    delete bank;
-
-    struct Shadow : norvane::ResourceBankGenerator {
-        BasicResourceBank* generateBank(const std::string& type) const override {
-            return type == "tests" || type == "shadow" ? new BasicResourceBank : nullptr;
-        }
-    } shadow;  // registered after testGenerator, so "tests" still comes from there
-    norvane::registerResourceBankGenerator(&shadow);
-    bank = manager.createResourceBank("tests");
-    EXPECT_TRUE(dynamic_cast<TestBank*>(bank));
-    delete bank;
-    bank = manager.createResourceBank("shadow");
-    EXPECT_TRUE(bank);
-    delete bank;
-    norvane::unregisterResourceBankGenerator(&shadow);  // both registrations
-    EXPECT_EQ(manager.createResourceBank("shadow"), nullptr);
-}
-
 TEST_F(ResourceManagerTest, BanksDestroyTheirResourcesLastKeyFirst) {
     {
         TestBank bank;
@@ -299,16 +275,4 @@ TEST_F(ResourceManagerTest, LoaderRefreshesBanksInOrderAndReportsEachElement) {
     EXPECT_EQ(one.refreshed, 2);
     EXPECT_EQ(two.refreshed, 3);
     EXPECT_EQ(CountedLoader::destroyed, 1);
-
-    // On a thread of its own; no start() means no first report.
-    Progress threaded;
-    threaded.first = &two;
-    loader = new CountedLoader(&threaded);
-    *loader += &two;
-    int status = -1;
-    std::thread worker([&] { status = norvane::loaderThreadStarter(loader); });
-    worker.join();
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(threaded.events, "1:1/0 1:2/0 1:3/0 finished");
-    EXPECT_EQ(CountedLoader::destroyed, 2);
 }
