@@ -123,13 +123,17 @@ ARP = {
 
 
 class Section:
-    def __init__(self, chords, plan, melody_text=None, lead="lead", lead_gain=1.0):
+    """Bars of chords, a plan naming each layer's pattern bar by bar, a melody for the lead
+    instrument and an optional second line on bells."""
+
+    def __init__(self, chords, plan, melody_text=None, lead="lead", lead_gain=1.0, bells=None):
         self.chords = chords.split()
         self.bars = len(self.chords)
         self.plan = {k: v.replace(" ", "") for k, v in plan.items()}
         for layer, chars in self.plan.items():
             assert len(chars) == self.bars, "%s plans %d bars of %d" % (layer, len(chars), self.bars)
         self.melody = melody(melody_text, self.bars) if melody_text else []
+        self.bells = melody(bells, self.bars) if bells else []
         self.lead = lead
         self.lead_gain = lead_gain
 
@@ -190,6 +194,9 @@ class Piece:
                 # A quieter echo an eighth later widens the line.
                 m.add(m.at(offset, beat + 0.75), sig, lv["lead"] * section.lead_gain * 0.25,
                       pan=0.5, send=0.4)
+        for beat, length, midi in section.bells:
+            m.add(m.at(offset, beat), synth.bell(midi, m.beats(length), 0.8), lv["bell"], pan=0.25,
+                  send=0.45)
 
     def render(self):
         """The stream intro + loop + loop (or just the intro for a one-shot piece), and the
@@ -244,79 +251,122 @@ def export(piece, out_dir):
 # ---------------------------------------------------------------- the pieces
 
 BAND = {"pad": 0.26, "bass": 0.26, "arp": 0.2, "lead": 0.5, "kick": 0.7, "snare": 0.45,
-        "hat": 0.15, "openhat": 0.13, "tom": 0.45, "crash": 0.28, "rim": 0.35, "piano": 0.3}
+        "hat": 0.15, "openhat": 0.13, "tom": 0.45, "crash": 0.28, "rim": 0.35, "piano": 0.3,
+        "bell": 0.3}
+
+
+def bars(text, first, last):
+    """Bars first..last-1 of a chord list or a melody."""
+    if "|" in text:
+        return "|".join(text.split("|")[first:last])
+    return " ".join(text.split()[first:last])
+
+
+# Each intro builds up for a few bars and then states the first half of the theme more
+# lightly, ending on the loop's last bar (chord and fill), so that it hands over to the loop.
+
+TITLE_CHORDS = "Dm Bb F C Dm Bb Gm A Dm Bb F C Gm Bb A A"
+TITLE_THEME = (
+    "D5:1.5 E5:.5 F5:1 A5:1 | G5:1.5 F5:.5 D5:2 | C5:1 F5:1 A5:1 C6:1 | Bb5:1.5 A5:.5 G5:2 |"
+    "A5:1.5 G5:.5 F5:1 E5:.5 F5:.5 | D5:3 r:1 | Bb4:1 D5:1 G5:1 Bb5:1 | A5:2 G5:.5 F5:.5 E5:1 |"
+    "D6:1.5 C6:.5 A5:1 F5:1 | G5:1 A5:1 Bb5:1 D6:1 | C6:1.5 A5:.5 F5:1 A5:1 | G5:3 r:1 |"
+    "Bb5:1.5 A5:.5 G5:1 D5:1 | F5:1 G5:1 A5:1 Bb5:1 | A5:2 C#6:1 E6:1 | A5:2 r:2")
 
 
 def title():
-    intro = Section("Dm Bb Gm A", {
-        "pad": "pppp", "arp": "-aaa", "bass": "--as", "drums": "-khF", "crash": "--x-"},
-        "A5:1 D6:1 F6:1 E6:1 | D6:3 r:1 | r:4 | r:4", lead="bell", lead_gain=1.2)
-    loop = Section("Dm Bb F C Dm Bb Gm A Dm Bb F C Gm Bb A A", {
+    intro = Section("Dm Bb Gm A " + bars(TITLE_CHORDS, 0, 8), {
+        "pad": "pppp pppppppp", "arp": "-aaa aaaaaaaa", "bass": "--as aaaaaaas",
+        "drums": "-khF hhhhhhhF", "crash": "--x- x-------"},
+        "r:4 | r:4 | r:4 | r:4 |" + bars(TITLE_THEME, 0, 7) + "| A5:2 r:2", lead_gain=0.85,
+        bells="A5:1 D6:1 F6:1 E6:1 | D6:3 r:1 | Bb5:1 D6:1 G6:1 F6:1 | E6:2 C#6:2 |"
+              + "|".join(["r:4"] * 8))
+    loop = Section(TITLE_CHORDS, {
         "pad": "p" * 16, "arp": "a" * 16, "bass": "aaaaaaaa aaaaaaas",
-        "drums": "mmmmmmmf mmmmmmmF", "crash": "x------- x-------"},
-        "D5:1.5 E5:.5 F5:1 A5:1 | G5:1.5 F5:.5 D5:2 | C5:1 F5:1 A5:1 C6:1 | Bb5:1.5 A5:.5 G5:2 |"
-        "A5:1.5 G5:.5 F5:1 E5:.5 F5:.5 | D5:3 r:1 | Bb4:1 D5:1 G5:1 Bb5:1 | A5:2 G5:.5 F5:.5 E5:1 |"
-        "D6:1.5 C6:.5 A5:1 F5:1 | G5:1 A5:1 Bb5:1 D6:1 | C6:1.5 A5:.5 F5:1 A5:1 | G5:3 r:1 |"
-        "Bb5:1.5 A5:.5 G5:1 D5:1 | F5:1 G5:1 A5:1 Bb5:1 | A5:2 C#6:1 E6:1 | A5:2 r:2")
+        "drums": "mmmmmmmf mmmmmmmF", "crash": "x------- x-------"}, TITLE_THEME)
     return Piece("title", 112, intro, loop, BAND)
 
 
+GAME_A_CHORDS = "Am F C G Am F C E Am F C G F G E E"
+GAME_A_THEME = (
+    "A4:.5 C5:.5 E5:.5 A5:1 G5:.5 E5:1 | F5:1.5 E5:.5 C5:1 A4:1 |"
+    "G4:.5 C5:.5 E5:.5 G5:1 E5:.5 C5:1 | D5:1.5 B4:.5 G4:2 |"
+    "A4:.5 C5:.5 E5:.5 A5:1 B5:.5 C6:1 | A5:1.5 G5:.5 F5:1 E5:1 |"
+    "E5:.5 G5:.5 C6:1 B5:.5 G5:.5 E5:1 | G#5:2 B5:1 G#5:1 |"
+    "A5:1 E5:.5 A5:.5 C6:1 B5:1 | A5:1 F5:.5 A5:.5 C6:1 A5:1 |"
+    "G5:1 E5:.5 G5:.5 C6:1 D6:1 | B5:2 G5:1 D5:1 |"
+    "C6:1.5 A5:.5 F5:1 A5:1 | D6:1.5 B5:.5 G5:1 B5:1 | E6:1.5 D6:.5 B5:1 G#5:1 | E5:2 r:2")
+
+
 def game_a():
-    intro = Section("Am Am F G", {
-        "pad": "pppp", "arp": "--aa", "bass": "aaaa", "drums": "khmF", "crash": "x---"})
-    loop = Section("Am F C G Am F C E Am F C G F G E E", {
+    intro = Section("Am Am F G " + bars(GAME_A_CHORDS, 0, 8), {
+        "pad": "pppp pppppppp", "arp": "--aa aaaaaaaa", "bass": "aaaa aaaaaaaa",
+        "drums": "khmF hhhhhhhF", "crash": "x--- x-------"},
+        "r:4 | r:4 | r:4 | r:4 |" + bars(GAME_A_THEME, 0, 7) + "| E5:2 r:2", lead_gain=0.85)
+    loop = Section(GAME_A_CHORDS, {
         "pad": "p" * 16, "arp": "a" * 16, "bass": "a" * 16,
-        "drums": "mmmmmmmf mmmmmmmF", "crash": "x------- x-------"},
-        "A4:.5 C5:.5 E5:.5 A5:1 G5:.5 E5:1 | F5:1.5 E5:.5 C5:1 A4:1 |"
-        "G4:.5 C5:.5 E5:.5 G5:1 E5:.5 C5:1 | D5:1.5 B4:.5 G4:2 |"
-        "A4:.5 C5:.5 E5:.5 A5:1 B5:.5 C6:1 | A5:1.5 G5:.5 F5:1 E5:1 |"
-        "E5:.5 G5:.5 C6:1 B5:.5 G5:.5 E5:1 | G#5:2 B5:1 G#5:1 |"
-        "A5:1 E5:.5 A5:.5 C6:1 B5:1 | A5:1 F5:.5 A5:.5 C6:1 A5:1 |"
-        "G5:1 E5:.5 G5:.5 C6:1 D6:1 | B5:2 G5:1 D5:1 |"
-        "C6:1.5 A5:.5 F5:1 A5:1 | D6:1.5 B5:.5 G5:1 B5:1 | E6:1.5 D6:.5 B5:1 G#5:1 | E5:2 r:2")
+        "drums": "mmmmmmmf mmmmmmmF", "crash": "x------- x-------"}, GAME_A_THEME)
     return Piece("game_a", 135, intro, loop, BAND)
 
 
+GAME_B_CHORDS = "Em C D B Em C Am B Em C D B C D B B"
+GAME_B_THEME = (
+    "E5:.75 F#5:.25 G5:.5 B5:.5 E6:1 D6:.5 B5:.5 | C6:1 B5:.5 G5:.5 E5:1 G5:1 |"
+    "F#5:.75 G5:.25 A5:.5 D6:.5 F#6:1 E6:.5 D6:.5 | D#6:2 B5:1 F#5:1 |"
+    "G5:.5 A5:.5 B5:1 E6:1 B5:1 | C6:.5 B5:.5 A5:.5 G5:.5 E5:2 |"
+    "A5:.5 B5:.5 C6:1 E6:1 C6:1 | B5:2 A5:.5 G5:.5 F#5:1 |"
+    "E6:1.5 D6:.5 B5:1 G5:1 | E6:1 G6:1 E6:.5 D6:.5 C6:1 |"
+    "D6:1.5 C6:.5 A5:1 F#5:1 | F#6:2 D#6:1 B5:1 |"
+    "G5:.5 C6:.5 E6:1 G6:1 E6:1 | F#5:.5 A5:.5 D6:1 F#6:1 D6:1 | D#6:1 F#6:1 B6:2 | B5:2 r:2")
+
+
 def game_b():
-    intro = Section("Em Em C B", {
-        "pad": "pppp", "arp": "-bbb", "bass": "dddd", "drums": "hddD", "crash": "x---"})
-    loop = Section("Em C D B Em C Am B Em C D B C D B B", {
+    intro = Section("Em Em C B " + bars(GAME_B_CHORDS, 0, 8) + " B", {
+        "pad": "pppp pppppppp p", "arp": "-bbb bbbbbbbb b", "bass": "dddd dddddddd d",
+        "drums": "hddD hhhhhhhh D", "crash": "x--- x------- -"},
+        "r:4 | r:4 | r:4 | r:4 |" + bars(GAME_B_THEME, 0, 8) + "| B5:2 r:2", lead_gain=0.8)
+    loop = Section(GAME_B_CHORDS, {
         "pad": "p" * 16, "arp": "b" * 16, "bass": "d" * 16,
-        "drums": "dddddddD dddddddD", "crash": "x------- x-------"},
-        "E5:.75 F#5:.25 G5:.5 B5:.5 E6:1 D6:.5 B5:.5 | C6:1 B5:.5 G5:.5 E5:1 G5:1 |"
-        "F#5:.75 G5:.25 A5:.5 D6:.5 F#6:1 E6:.5 D6:.5 | D#6:2 B5:1 F#5:1 |"
-        "G5:.5 A5:.5 B5:1 E6:1 B5:1 | C6:.5 B5:.5 A5:.5 G5:.5 E5:2 |"
-        "A5:.5 B5:.5 C6:1 E6:1 C6:1 | B5:2 A5:.5 G5:.5 F#5:1 |"
-        "E6:1.5 D6:.5 B5:1 G5:1 | E6:1 G6:1 E6:.5 D6:.5 C6:1 |"
-        "D6:1.5 C6:.5 A5:1 F#5:1 | F#6:2 D#6:1 B5:1 |"
-        "G5:.5 C6:.5 E6:1 G6:1 E6:1 | F#5:.5 A5:.5 D6:1 F#6:1 D6:1 | D#6:1 F#6:1 B6:2 | B5:2 r:2",
-        lead_gain=0.9)
+        "drums": "dddddddD dddddddD", "crash": "x------- x-------"}, GAME_B_THEME, lead_gain=0.9)
     return Piece("game_b", 150, intro, loop, BAND)
 
 
+HIGHSCORES_CHORDS = "C G Am F C G F G Am F C G F G C G"
+HIGHSCORES_THEME = (
+    "E5:1 G5:1 C6:1.5 B5:.5 | D6:2 B5:1 G5:1 | C6:1 A5:1 E5:1.5 G5:.5 | F5:1 A5:1 C6:2 |"
+    "E6:1.5 D6:.5 C6:1 G5:1 | B5:1 D6:1 G6:2 | A5:1 C6:1 F6:1 E6:1 | D6:3 r:1 |"
+    "E6:1 C6:1 A5:1.5 B5:.5 | C6:1 A5:1 F5:2 | G5:1 C6:1 E6:1.5 D6:.5 | D6:2 B5:2 |"
+    "A5:1 C6:1 F6:1.5 E6:.5 | D6:1 G6:1 F6:1 D6:1 | E6:2 G6:1 E6:1 | D6:2 r:2")
+
+
 def highscores():
-    intro = Section("C Am F G", {
-        "pad": "pppp", "arp": "bbbb", "bass": "-sss", "drums": "--gG", "crash": "--x-"},
-        "E6:1 G6:1 C7:2 | A6:2 E6:2 | F6:1 A6:1 C7:2 | B6:2 r:2", lead="bell", lead_gain=1.1)
-    loop = Section("C G Am F C G F G Am F C G F G C G", {
+    intro = Section("C Am F G " + bars(HIGHSCORES_CHORDS, 0, 8), {
+        "pad": "pppp pppppppp", "arp": "bbbb bbbbbbbb", "bass": "-sss ssssssss",
+        "drums": "--gG hhhhhhhG", "crash": "--x- x-------"},
+        "r:4 | r:4 | r:4 | r:4 |" + bars(HIGHSCORES_THEME, 0, 7) + "| D6:2 r:2", lead_gain=0.85,
+        bells="E6:1 G6:1 C7:2 | A6:2 E6:2 | F6:1 A6:1 C7:2 | B6:2 r:2 |" + "|".join(["r:4"] * 8))
+    loop = Section(HIGHSCORES_CHORDS, {
         "pad": "p" * 16, "arp": "b" * 16, "bass": "s" * 16,
-        "drums": "gggggggG gggggggG", "crash": "x------- x-------"},
-        "E5:1 G5:1 C6:1.5 B5:.5 | D6:2 B5:1 G5:1 | C6:1 A5:1 E5:1.5 G5:.5 | F5:1 A5:1 C6:2 |"
-        "E6:1.5 D6:.5 C6:1 G5:1 | B5:1 D6:1 G6:2 | A5:1 C6:1 F6:1 E6:1 | D6:3 r:1 |"
-        "E6:1 C6:1 A5:1.5 B5:.5 | C6:1 A5:1 F5:2 | G5:1 C6:1 E6:1.5 D6:.5 | D6:2 B5:2 |"
-        "A5:1 C6:1 F6:1.5 E6:.5 | D6:1 G6:1 F6:1 D6:1 | E6:2 G6:1 E6:1 | D6:2 r:2")
+        "drums": "gggggggG gggggggG", "crash": "x------- x-------"}, HIGHSCORES_THEME,
+        bells="|".join(["r:4"] * 8) + "| E7:1 C7:1 A6:2 | r:4 | G6:1 C7:1 E7:2 | r:4 |"
+                                      "A6:1 C7:1 F7:2 | r:4 | E7:2 G7:2 | r:4")
     return Piece("highscores", 105, intro, loop, BAND)
+
+
+GAMEOVER_CHORDS = "Cm Ab Eb Bb Cm Ab Fm G"
+GAMEOVER_THEME = ("G5:1.5 F5:.5 Eb5:1 D5:1 | C5:3 r:1 | Bb4:1 Eb5:1 G5:1 F5:1 | D5:3 r:1 |"
+                  "Eb5:1.5 D5:.5 C5:1 G5:1 | Ab5:2 G5:1 F5:1 | F5:1.5 Eb5:.5 D5:1 C5:1 | B4:3 r:1")
 
 
 def gameover():
     levels = dict(BAND, pad=0.32, bass=0.22, lead=0.6, hat=0.09, kick=0.55)
-    intro = Section("Cm G", {"pad": "pp", "piano": "pp", "bass": "rr", "drums": "-S"},
-                    "C5:1 Eb5:1 G5:1 C6:1 | B5:3 r:1", lead="piano")
-    loop = Section("Cm Ab Eb Bb Cm Ab Fm G", {
+    intro = Section("Cm G " + GAMEOVER_CHORDS, {
+        "pad": "pp pppppppp", "piano": "pp pppppppp", "bass": "rr rrrrrrrh",
+        "drums": "-S -------S"},
+        "C5:1 Eb5:1 G5:1 C6:1 | B5:3 r:1 |" + GAMEOVER_THEME, lead="piano", lead_gain=0.9)
+    loop = Section(GAMEOVER_CHORDS, {
         "pad": "p" * 8, "piano": "p" * 8, "bass": "hhhhhhhh", "drums": "sssssssS"},
-        "G5:1.5 F5:.5 Eb5:1 D5:1 | C5:3 r:1 | Bb4:1 Eb5:1 G5:1 F5:1 | D5:3 r:1 |"
-        "Eb5:1.5 D5:.5 C5:1 G5:1 | Ab5:2 G5:1 F5:1 | F5:1.5 Eb5:.5 D5:1 C5:1 | B4:3 r:1",
-        lead="piano")
+        GAMEOVER_THEME, lead="piano",
+        bells="r:4 | r:4 | r:4 | r:4 | G6:2 Eb6:2 | C6:4 | F6:2 D6:2 | B5:4")
     return Piece("gameover", 84, intro, loop, levels, room=2.2)
 
 

@@ -110,12 +110,7 @@ def _gem_faces(turn, tilt=math.radians(24)):
     for pts in faces:
         nrm = np.cross(pts[1] - pts[0], pts[2] - pts[0])
         nrm = nrm / np.linalg.norm(nrm)
-        if nrm[2] < 0:
-            nrm = -nrm
-            front = False
-        else:
-            front = True
-        if front:
+        if nrm[2] > 0:
             out.append((pts, nrm))
     out.sort(key=lambda f: float(np.mean([p[2] for p in f[0]])))
     return out

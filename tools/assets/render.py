@@ -37,12 +37,6 @@ def to_float(im):
     return np.asarray(im, dtype=np.float32) / 255.0
 
 
-def polygon(w, h, points, scale=1.0, offset=(0.0, 0.0)):
-    im, d = new_mask(w, h)
-    d.polygon([((x + offset[0]) * scale, (y + offset[1]) * scale) for x, y in points], fill=255)
-    return to_float(im)
-
-
 def ellipse(w, h, box):
     im, d = new_mask(w, h)
     d.ellipse(box, fill=255)

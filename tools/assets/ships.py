@@ -23,10 +23,6 @@ GUNMETAL = (0.36, 0.38, 0.42)
 ORANGE = (0.98, 0.42, 0.06)
 
 
-def _mirror(points):
-    return R.mirror_x(points)
-
-
 def _nozzle(m, color_glow):
     m.layer(m.ellipse_mask(0, NOZZLE_Y - 1.2, 4.2, 2.4), DARK, thickness=1.5, bevel=1.0, spec=0.6)
     m.light_up(m.ellipse_mask(0, NOZZLE_Y - 1.0, 2.6, 1.3), color_glow)
@@ -37,12 +33,12 @@ def player1():
     """Interceptor: slim white dart with swept wings and wingtip cannons."""
     m = Model(SHIP_SIZE, SHIP_SIZE)
     wing = [(4, -6), (20, 8), (25, 12), (25, 19), (20, 20), (4, 17)]
-    m.layer(m.poly_mask(_mirror(wing)), WHITE, thickness=1.6, bevel=2.5, spec=0.5)
+    m.layer(m.poly_mask(R.mirror_x(wing)), WHITE, thickness=1.6, bevel=2.5, spec=0.5)
     # Blue leading edges.
-    m.paint(m.poly_mask(_mirror([(4, -6), (20, 8), (25, 12), (25, 14.5), (19, 11), (4, -2)])), BLUE)
+    m.paint(m.poly_mask(R.mirror_x([(4, -6), (20, 8), (25, 12), (25, 14.5), (19, 11), (4, -2)])), BLUE)
     fins = [(3, 12), (11, 21), (11, 25), (3, 23)]
-    m.layer(m.poly_mask(_mirror(fins)), WHITE, thickness=1.8, bevel=1.5, spec=0.5)
-    m.paint(m.poly_mask(_mirror([(8, 18), (11, 21), (11, 25), (8, 24)])), BLUE)
+    m.layer(m.poly_mask(R.mirror_x(fins)), WHITE, thickness=1.8, bevel=1.5, spec=0.5)
+    m.paint(m.poly_mask(R.mirror_x([(8, 18), (11, 21), (11, 25), (8, 24)])), BLUE)
     for sx in (-1, 1):
         m.layer(m.line_mask([(sx * 24.5, -8), (sx * 24.5, 0)], 1.2), STEEL, thickness=1.6,
                 bevel=0.5, spec=1.0, stack=False)
@@ -55,9 +51,9 @@ def player1():
         m.light_up(m.ellipse_mask(sx * 24.5, -2.0, 0.9, 1.0), (0.4, 1.0, 1.0))
         m.halo(sx * 24.5, -2.5, 2.0, (0.2, 0.8, 1.0), 0.6)
     body = [(0, -30), (2.4, -24), (4.2, -14), (5.6, -2), (6.2, 9), (5.8, 19), (4.2, 25), (0, 26)]
-    m.layer(m.poly_mask(_mirror(body)), WHITE, thickness=3.0, bevel=4.0, dome=2.5, spec=0.55)
-    m.paint(m.poly_mask(_mirror([(0, -30), (2.4, -24), (3.0, -21), (0, -25)])), BLUE)
-    m.paint(m.poly_mask(_mirror([(1.2, 4), (5.9, 4), (6.1, 7), (1.2, 7)])), BLUE)
+    m.layer(m.poly_mask(R.mirror_x(body)), WHITE, thickness=3.0, bevel=4.0, dome=2.5, spec=0.55)
+    m.paint(m.poly_mask(R.mirror_x([(0, -30), (2.4, -24), (3.0, -21), (0, -25)])), BLUE)
+    m.paint(m.poly_mask(R.mirror_x([(1.2, 4), (5.9, 4), (6.1, 7), (1.2, 7)])), BLUE)
     m.groove(m.line_mask([(-5.5, 0), (0, -3), (5.5, 0)], 0.5))
     m.groove(m.line_mask([(-5.6, 13), (5.6, 13)], 0.5))
     for sx in (-1, 1):
@@ -76,8 +72,8 @@ def player2():
     """Striker: heavier twin-boom ship in gunmetal and orange with an amber canopy."""
     m = Model(SHIP_SIZE, SHIP_SIZE)
     wing = [(5, -2), (24, -9), (27, -6), (27, 3), (24, 6), (6, 13)]
-    m.layer(m.poly_mask(_mirror(wing)), GUNMETAL, thickness=1.8, bevel=2.0, spec=0.5)
-    m.paint(m.poly_mask(_mirror([(18, -6.8), (24, -9), (27, -6), (27, 3), (24, 6), (18, 7.5)])),
+    m.layer(m.poly_mask(R.mirror_x(wing)), GUNMETAL, thickness=1.8, bevel=2.0, spec=0.5)
+    m.paint(m.poly_mask(R.mirror_x([(18, -6.8), (24, -9), (27, -6), (27, 3), (24, 6), (18, 7.5)])),
             ORANGE)
     for sx in (-1, 1):
         m.groove(m.line_mask([(sx * 18, -2), (sx * 27, -3.5)], 0.45), dark=0.3)
@@ -93,9 +89,9 @@ def player2():
         m.halo(sx * 14.5, 22.5, 1.8, (1.0, 0.55, 0.15), 0.8)
         m.light_up(m.ellipse_mask(sx * 14.5, -25.5, 0.8, 1.0), (1.0, 0.85, 0.3))
     body = [(0, -23), (3.5, -21.5), (6.3, -15), (7.4, -4), (7.8, 8), (7, 18), (5, 25), (0, 26)]
-    m.layer(m.poly_mask(_mirror(body)), GUNMETAL, thickness=3.2, bevel=4.0, dome=2.2, spec=0.5)
-    m.paint(m.poly_mask(_mirror([(0, -23), (3.5, -21.5), (5.2, -18), (0, -19.5)])), ORANGE)
-    m.paint(m.poly_mask(_mirror([(2.4, 6), (7.9, 6), (7.8, 9.5), (2.4, 9.5)])), ORANGE)
+    m.layer(m.poly_mask(R.mirror_x(body)), GUNMETAL, thickness=3.2, bevel=4.0, dome=2.2, spec=0.5)
+    m.paint(m.poly_mask(R.mirror_x([(0, -23), (3.5, -21.5), (5.2, -18), (0, -19.5)])), ORANGE)
+    m.paint(m.poly_mask(R.mirror_x([(2.4, 6), (7.9, 6), (7.8, 9.5), (2.4, 9.5)])), ORANGE)
     m.groove(m.line_mask([(-7.5, 1), (7.5, 1)], 0.5))
     m.groove(m.line_mask([(-7.0, 16), (7.0, 16)], 0.5))
     m.groove(m.line_mask([(0, 10), (0, 22)], 0.45))
@@ -140,8 +136,8 @@ class _Rotated(Model):
 def pirate(facing_right):
     m = _Rotated(FOE_W, FOE_H, facing_right)
     wing = [(6, -8), (18, -6), (27, 1), (28, 13), (24, 11), (21, 17), (16, 13), (8, 15)]
-    m.layer(m.poly_mask(_mirror(wing)), CHARCOAL, thickness=1.8, bevel=2.0, spec=0.45)
-    m.paint(m.poly_mask(_mirror([(18, -6), (27, 1), (28, 13), (24, 11), (22, 6), (16, 0)])),
+    m.layer(m.poly_mask(R.mirror_x(wing)), CHARCOAL, thickness=1.8, bevel=2.0, spec=0.45)
+    m.paint(m.poly_mask(R.mirror_x([(18, -6), (27, 1), (28, 13), (24, 11), (22, 6), (16, 0)])),
             CRIMSON)
     for sx in (-1, 1):
         m.groove(m.line_mask([(sx * 10, 6), (sx * 20, 9)], 0.45), dark=0.3)
@@ -159,13 +155,13 @@ def pirate(facing_right):
         m.paint(m.poly_mask([(sx * 5.5, -29), (sx * 8.5, -22), (sx * 7.6, -19), (sx * 5, -24)]),
                 (0.85, 0.8, 0.7))
     body = [(0, -15), (6.5, -10), (8.5, 4), (7.5, 16), (4.5, 22), (0, 23)]
-    m.layer(m.poly_mask(_mirror(body)), CRIMSON, thickness=3.2, bevel=3.5, dome=2.0, spec=0.5)
-    m.paint(m.poly_mask(_mirror([(0, 2), (8.3, 2), (8.0, 10), (0, 10)])), CHARCOAL)
+    m.layer(m.poly_mask(R.mirror_x(body)), CRIMSON, thickness=3.2, bevel=3.5, dome=2.0, spec=0.5)
+    m.paint(m.poly_mask(R.mirror_x([(0, 2), (8.3, 2), (8.0, 10), (0, 10)])), CHARCOAL)
     m.groove(m.line_mask([(-8, 2), (8, 2)], 0.5))
     m.groove(m.line_mask([(-7.8, 10), (7.8, 10)], 0.5))
     for sx in (-1, 1):
         m.groove(m.line_mask([(sx * 9, -3), (sx * 28, 4)], 0.45), dark=0.3)
-    eye = m.poly_mask(_mirror([(0, -11), (3.8, -8), (3.2, -5.5), (0, -7)]))
+    eye = m.poly_mask(R.mirror_x([(0, -11), (3.8, -8), (3.2, -5.5), (0, -7)]))
     m.layer(eye, (0.3, 0.02, 0.02), thickness=0.8, bevel=0.8, spec=1.4)
     m.light_up(eye * 0.85, (1.0, 0.25, 0.1))
     m.halo(0, -8, 3.0, (1.0, 0.15, 0.05), 0.5)
