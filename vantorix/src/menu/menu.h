@@ -1,6 +1,7 @@
 #ifndef VANTORIX_MENU_MENU_H
 #define VANTORIX_MENU_MENU_H
 
+#include "resources/settings.h"
 #include "resources/state.h"
 
 namespace norvane {
@@ -36,10 +37,14 @@ public:
     norvane::gui::Component* lastButton;  // gets the focus when the menu returns
 
 private:
-    void back();
-    void startGame(int type, const char* button);
+    void back(bool confirmed);
+    void startGame(int type, norvane::gui::Component* button);
     void showPage(int newPage);
     void drawHelp();
+
+    norvane::gui::Component* creditsBack;  // the credits panel's only button
+    norvane::gui::Component* quitAsker = nullptr;  // had the focus when the quit question came up
+    Settings settingsShown;  // as the settings panel opened: saved on closing only if changed
 };
 
 }  // namespace vantorix

@@ -4,6 +4,8 @@
 #include <string>
 
 #include "framework/state.h"
+#include "gfx/color.h"
+#include "gfx/justification.h"
 #include "gui/root.h"
 #include "resources/highscores.h"
 
@@ -39,6 +41,7 @@ public:
     virtual void closeWindowSoundSettings(bool apply);
     // Edits a copy of `evaluator`; the live one changes only when the dialog closes applied.
     virtual void showWindowControls(const std::string& title, InputEvaluator* evaluator);
+    // Applied, the live evaluator gets new triggers (copyFrom): look up kept Trigger pointers again.
     virtual void closeWindowControls(bool apply);
     virtual void updateKeyLabels();
     // Ten rows downwards from y + 150, centred on x; rows mark1 and mark2 pulse (-1 for none).
@@ -56,7 +59,13 @@ public:
     float currentValue = 0.0f;  // direction being rebound: -1, +1 or the trigger's own value
     float phase = 0.0f;         // in [0, pi], drives the pulsing highscore rows
 
+protected:
+    // With the standard font at (x, y) of the current context; nothing without the font.
+    void print(float x, float y, norvane::JustificationHorizontal justification, const norvane::Color& color,
+               const char* format, ...) __attribute__((format(printf, 6, 7)));
+
 private:
+    void requestKey(const Trigger* request);
     void captureKey();
     void captureJoyButton();
     void captureJoyAxis();
@@ -65,6 +74,9 @@ private:
     void musicSliderMoved();
     void toggleFullscreen();
 };
+
+// Deletes the sprites waiting in deleteQueue and empties it; defined beside the game's sprites.
+void destroyQueuedSprites();
 
 // Plays the menu sounds and keeps the title menu on its page while someone is using it.
 class GUICallback : public norvane::gui::GUICallback {
