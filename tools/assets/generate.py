@@ -21,6 +21,7 @@ import bankxml  # noqa: E402
 import fonts  # noqa: E402
 import fx  # noqa: E402
 import gui  # noqa: E402
+import guidef  # noqa: E402
 import hud  # noqa: E402
 import music  # noqa: E402
 import objects  # noqa: E402
@@ -99,6 +100,8 @@ def build_gui_images(out):
     bank.single("knobHot", "knob_hot.png", gui.knob(True))
     bank.single("checkOff", "check_off.png", gui.checkbox(False))
     bank.single("checkOn", "check_on.png", gui.checkbox(True))
+    bank.single("checkOffHot", "check_off_hot.png", gui.checkbox(False, hot=True))
+    bank.single("checkOnHot", "check_on_hot.png", gui.checkbox(True, hot=True))
     bank.single("arrowDown", "arrow_down.png", gui.arrow("Down"))
     bank.single("arrowRight", "arrow_right.png", gui.arrow("Right"))
     bank.single("cursor", "cursor.png", gui.cursor(), hot=(2, 2))
@@ -173,6 +176,7 @@ def main():
     for path in sorted(glob.glob(os.path.join(HERE, "banks", "*.xml"))):
         with open(path, encoding="ascii") as f:
             banks.append(bankxml.Verbatim(f.read()))
+    banks.append(guidef.Bank())
     bankxml.write_resources(os.path.join(out, "resources.xml"), banks)
     shutil.copy(os.path.join(HERE, "CREDITS"), os.path.join(out, "CREDITS"))
     print("assets built in %.1f s" % (time.time() - start))

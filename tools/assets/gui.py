@@ -112,9 +112,11 @@ def knob(hot):
     return img
 
 
-def checkbox(checked):
+def checkbox(checked, hot=False):
+    """Unchecked or ticked; a focused box has a bright, glowing rim like the focused buttons."""
     n = 20
-    box = _frame(n // 3 + 1, 1, 3, (0.01, 0.02, 0.05), 0.92, (0.45, 0.6, 0.85), 1.2, 0.5, inset=True)
+    rim, glow = ((0.6, 0.95, 1.0), (0.3, 0.8, 1.0)) if hot else ((0.45, 0.6, 0.85), None)
+    box = _frame(n // 3 + 1, 1, 3, (0.01, 0.02, 0.05), 0.92, rim, 1.2, 0.5, inset=True, glow=glow)
     box = np.array(Image.fromarray(box).resize((n, n), Image.LANCZOS))
     if not checked:
         return box
