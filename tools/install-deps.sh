@@ -8,6 +8,7 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth libgl1-mesa-dri xdotool
   python3 python3-pil python3-numpy sox vorbis-tools fonts-dejavu-core
+  dpkg-dev lintian appstream desktop-file-utils man-db libsdl1.2-compat
 )
 missing=()
 for p in "${PACKAGES[@]}"; do

@@ -1,0 +1,245 @@
+"""The Debian package as a player and a packager meet it: built with cpack from this build,
+checked by lintian, appstreamcli, desktop-file-validate and man, installed with dpkg into the
+build's throwaway root (NORVANE_FS_ROOT), run as the user nobody under Xvfb, then removed and
+purged."""
+import glob
+import grp
+import os
+import pwd
+import re
+import shutil
+import signal
+import stat
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+REPO = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
+BUILD = os.environ.get("VANTORIX_BUILD_DIR", os.path.join(REPO, "build"))
+ICON_SIZES = (16, 32, 48, 64, 128, 256, 512)
+MULTIARCH = subprocess.run(["dpkg-architecture", "-qDEB_HOST_MULTIARCH"], capture_output=True,
+                           text=True).stdout.strip()
+CLASSIC_SDL = "/usr/lib/%s/libSDL-1.2.so.0" % MULTIARCH
+COMPAT_SDL = "/usr/lib/%s/sdl12-compat" % MULTIARCH
+
+
+def cache_value(name):
+    with open(os.path.join(BUILD, "CMakeCache.txt")) as cache:
+        for line in cache:
+            if line.startswith(name + ":"):
+                return line.split("=", 1)[1].strip()
+    return ""
+
+
+def run(*command, **kwargs):
+    return subprocess.run(command, check=True, capture_output=True, text=True, **kwargs).stdout
+
+
+_package = []
+
+
+def package():
+    """Packs this build once for every test: the .deb and its unpacked tree."""
+    if not _package:
+        out = os.path.join(BUILD, "tests", "release")
+        shutil.rmtree(out, ignore_errors=True)
+        os.makedirs(out)
+        run("cpack", "-G", "DEB", "-B", out, cwd=BUILD)
+        deb = glob.glob(os.path.join(out, "vantorix_*.deb"))[0]
+        run("dpkg-deb", "-x", deb, os.path.join(out, "tree"))
+        _package.extend([deb, os.path.join(out, "tree")])
+    return _package
+
+
+def mode(path):
+    info = os.lstat(path)
+    return stat.S_IMODE(info.st_mode), pwd.getpwuid(info.st_uid).pw_name, \
+        grp.getgrgid(info.st_gid).gr_name
+
+
+class Package(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.app_id = cache_value("VANTORIX_APP_ID")
+        cls.root = cache_value("NORVANE_FS_ROOT")
+        cls.has_program = os.path.exists(os.path.join(BUILD, "vantorix"))
+        cls.deb, cls.tree = package()
+        cls.files = set(run("dpkg-deb", "-c", cls.deb).splitlines())
+
+    def field(self, name):
+        return run("dpkg-deb", "-f", self.deb, name).strip()
+
+    def test_control_fields_and_layout(self):
+        self.assertEqual(self.field("Package"), "vantorix")
+        self.assertEqual(self.field("Section"), "games")
+        if self.has_program:
+            # From the libraries the program links, not a hand-kept list.
+            depends = self.field("Depends")
+            for library in ("libsdl1.2debian", "libopenal1", "libvorbisfile3", "libexpat1",
+                            "libpng16-16", "libglu1-mesa", "libsdl-image1.2"):
+                self.assertIn(library, depends)
+        expected = ["usr/share/games/vantorix/resources.xml",
+                    "usr/share/applications/%s.desktop" % self.app_id,
+                    "usr/share/metainfo/%s.metainfo.xml" % self.app_id,
+                    "usr/share/man/man6/vantorix.6.gz",
+                    "usr/share/doc/vantorix/copyright", "usr/share/doc/vantorix/changelog.gz"]
+        expected += ["usr/share/icons/hicolor/%dx%d/apps/vantorix.png" % (n, n) for n in ICON_SIZES]
+        if self.has_program:
+            expected.append("usr/games/vantorix")
+        for path in expected:
+            self.assertTrue(os.path.isfile(os.path.join(self.tree, path)), path)
+        for line in self.files:
+            permissions, owner, path = line.split()[0], line.split()[1], line.split()[-1]
+            self.assertEqual(owner, "root/root", path)
+            # A setgid bit in the archive would be setgid root: the postinst sets it, for games.
+            self.assertNotIn("s", permissions, path)
+            self.assertFalse(path.startswith("./var/"), "the state directory belongs to postinst")
+
+    def test_lintian_finds_no_errors(self):
+        result = subprocess.run(["lintian", "--tag-display-limit", "0", self.deb],
+                                capture_output=True, text=True)
+        tags = result.stdout.splitlines()
+        sys.stderr.write("lintian:\n  " + "\n  ".join(tags) + "\n")
+        self.assertEqual([t for t in tags if t.startswith("E:")], [])
+
+    def test_desktop_files_and_manual_are_valid(self):
+        share = os.path.join(self.tree, "usr", "share")
+        run("desktop-file-validate", os.path.join(share, "applications", self.app_id + ".desktop"))
+        metainfo = os.path.join(share, "metainfo", self.app_id + ".metainfo.xml")
+        result = subprocess.run(["appstreamcli", "validate", "--no-net", metainfo],
+                                capture_output=True, text=True)
+        self.assertEqual(result.returncode, 0, result.stdout)
+        text = open(metainfo).read()
+        for needed in ("<control>keyboard</control>", "<control>gamepad</control>",
+                       "<binary>vantorix</binary>", "<screenshot type=\"default\">",
+                       "content_rating type=\"oars-1.1\""):
+            self.assertIn(needed, text)
+        manual = os.path.join(share, "man", "man6", "vantorix.6.gz")
+        result = subprocess.run(["man", "--warnings", "-l", manual], capture_output=True,
+                                text=True, env=dict(os.environ, MANWIDTH="80"))
+        self.assertEqual(result.stderr, "")
+        for section in ("OPTIONS", "CONTROLS", "FILES"):
+            self.assertIn(section, result.stdout)
+        for path in ("/var/games/vantorix/highscores.xml", "~/.vantorix/settings.xml"):
+            self.assertIn(path, result.stdout)
+        for n in ICON_SIZES:
+            header = open(os.path.join(share, "icons", "hicolor", "%dx%d" % (n, n), "apps",
+                                       "vantorix.png"), "rb").read(26)
+            self.assertEqual(header[:8], b"\x89PNG\r\n\x1a\n")
+            self.assertEqual((int.from_bytes(header[16:20], "big"),
+                              int.from_bytes(header[20:24], "big")), (n, n))
+            self.assertEqual(header[25], 6, "RGBA")
+
+
+class Display:
+    """An Xvfb of its own, open to every user, so the game can run as nobody."""
+
+    def __enter__(self):
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", "1", "-ac", "-nolisten", "tcp", "-screen", "0", "1024x768x24"],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.name = ":" + self.server.stdout.readline().strip()
+        return self
+
+    def __exit__(self, *exc):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Installed(unittest.TestCase):
+    """Install, play as nobody, remove, purge: in the build's throwaway root."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.root = cache_value("NORVANE_FS_ROOT")
+        if not cls.root or os.getuid() != 0:
+            raise unittest.SkipTest("needs root and a build with NORVANE_FS_ROOT")
+        if not os.path.exists(os.path.join(BUILD, "vantorix")):
+            raise unittest.SkipTest("the game program is not built yet")
+        cls.user = pwd.getpwnam("nobody")
+        cls.games = grp.getgrnam("games").gr_gid
+        cls.deb = package()[0]
+
+    def dpkg(self, *args):
+        return run("dpkg", "--root=" + self.root, "--force-script-chrootless", "--force-depends",
+                   *args)
+
+    def path(self, absolute):
+        return self.root + absolute
+
+    def play(self, display, library_path=None):
+        """Starts the installed game as nobody, waits for its window, quits from the title menu
+        and returns the process's group ids while it ran and the SDL library it loaded."""
+        home = self.path(self.user.pw_dir)
+        os.makedirs(home, exist_ok=True)
+        os.chown(home, self.user.pw_uid, self.user.pw_gid)
+        work = tempfile.mkdtemp(dir=os.path.join(BUILD, "tests", "release"))
+        os.chown(work, self.user.pw_uid, self.user.pw_gid)
+        program = [self.path("/usr/games/vantorix")]
+        if library_path:
+            # Through the loader, as a setgid program ignores LD_LIBRARY_PATH.
+            program = ["/lib64/ld-linux-x86-64.so.2", "--library-path", library_path] + program
+        env = dict(os.environ, DISPLAY=display.name, ALSOFT_DRIVERS="null",
+                   ASAN_OPTIONS="detect_leaks=0")  # leak checks cannot attach to setgid
+        game = subprocess.Popen(
+            ["setpriv", "--reuid=%d" % self.user.pw_uid, "--regid=%d" % self.user.pw_gid,
+             "--clear-groups", "--"] + program,
+            cwd=work, env=env, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+            preexec_fn=lambda: os.umask(0o022))
+        try:
+            window = run("xdotool", "search", "--sync", "--onlyvisible", "--name", "Vantorix",
+                         env=env, timeout=60).split()[0]
+            status = open("/proc/%d/status" % game.pid).read()
+            gids = [int(g) for g in re.search(r"^Gid:\s+(.*)$", status, re.M).group(1).split()]
+            maps = open("/proc/%d/maps" % game.pid).read()
+            sdl = sorted({line.split()[-1] for line in maps.splitlines() if "libSDL-1.2" in line})
+            time.sleep(3)  # back during loading quits at once; afterwards it asks first
+            run("xdotool", "windowfocus", "--sync", window, "key", "Escape", env=env)
+            time.sleep(1)
+            run("xdotool", "key", "Return", env=env)
+            output, _ = game.communicate(timeout=60)
+        finally:
+            if game.poll() is None:
+                game.kill()
+                game.wait()
+        self.assertEqual(game.returncode, 0, output)
+        return gids, sdl
+
+    def test_install_play_remove_purge(self):
+        if os.path.exists(self.path("/var/lib/dpkg/status")):
+            subprocess.run(["dpkg", "--root=" + self.root, "--force-script-chrootless",
+                            "--purge", "vantorix"], capture_output=True)
+        for directory in ("info", "updates", "triggers"):
+            os.makedirs(self.path("/var/lib/dpkg/" + directory), exist_ok=True)
+        open(self.path("/var/lib/dpkg/status"), "a").close()
+        self.dpkg("--install", self.deb)
+
+        program = self.path("/usr/games/vantorix")
+        state = self.path("/var/games/vantorix")
+        self.assertEqual(mode(state), (0o2775, "root", "games"))
+        self.assertEqual(mode(program), (0o2755, "root", "games"))
+        with Display() as display:
+            gids, sdl = self.play(display)
+            nogroup = self.user.pw_gid
+            # real, effective, saved, file system: the group right dropped at start
+            self.assertEqual(gids, [nogroup, nogroup, self.games, nogroup])
+            self.assertEqual(sdl, [os.path.realpath(CLASSIC_SDL)])
+            _, sdl = self.play(display, COMPAT_SDL)
+            self.assertEqual(sdl, [os.path.realpath(COMPAT_SDL + "/libSDL-1.2.so.0")])
+        settings = self.path(self.user.pw_dir + "/.vantorix/settings.xml")
+        self.assertEqual(mode(settings), (0o644, "nobody", "nogroup"))
+
+        packaged = [self.path(line.split()[-1][1:]) for line in
+                    run("dpkg-deb", "-c", self.deb).splitlines() if not line.startswith("d")]
+        self.dpkg("--remove", "vantorix")
+        self.assertEqual([p for p in packaged if os.path.lexists(p)], [])
+        self.assertTrue(os.path.isdir(state), "remove keeps the highscores")
+        self.dpkg("--purge", "vantorix")
+        self.assertFalse(os.path.lexists(state))
+        self.assertTrue(os.path.exists(settings), "the player's own files stay")
+
+
+if __name__ == "__main__":
+    unittest.main()
