@@ -64,14 +64,16 @@ SimpleImage::SimpleImage(const std::string& name, const std::string& filename) :
 
 void SimpleImage::load(bool last, bool withBitmask) {
     release(last);
+    GLint maxSize = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+    // No GL context yet: fonts are read before the window opens, and refreshed once it is.
+    if (maxSize == 0) return;
     SurfacePtr surface(IMG_Load(filename.c_str()));
     if (!surface) throw "Could not load \"" + filename + "\": " + SDL_GetError() + ".";
     if (!isUploadable(surface.get())) {
         surface = copyInto(surface.get(), surface->w, surface->h, 32, RED_MASK, GREEN_MASK, BLUE_MASK, ALPHA_MASK);
     }
 
-    GLint maxSize = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
     if (surface->w > maxSize || surface->h > maxSize) {
         throw "Could not load \"" + filename + "\": " + std::to_string(surface->w) + "x" +
             std::to_string(surface->h) + " pixels exceed the largest texture.";

@@ -58,9 +58,6 @@ const char* const GAME_KEY = "vantorix";
 
 extern norvane::SysDirManager dirManager;  // built from GAME_KEY as a game
 
-class GUICallback;
-extern GUICallback callback;  // the GUI's menu sounds; given to the GUI by Resources::init()
-
 // The game's banks, settings and everything its states share; one instance, `resources`.
 // Pointers into banks are borrowed and stay null when the definitions lack the name.
 class Resources : public norvane::ResourceManager, public norvane::BackgroundTaskCallback {
