@@ -97,6 +97,24 @@ class Package(unittest.TestCase):
             self.assertNotIn("s", permissions, path)
             self.assertFalse(path.startswith("./var/"), "the state directory belongs to postinst")
 
+    def test_plain_install_makes_the_same_layout_and_the_shared_state(self):
+        destdir = os.path.join(BUILD, "tests", "release", "destdir")
+        shutil.rmtree(destdir, ignore_errors=True)
+        run("cmake", "--install", BUILD, "--prefix", "/usr",
+            env=dict(os.environ, DESTDIR=destdir))
+        installed = sorted(os.path.relpath(os.path.join(d, f), destdir)
+                           for d, _, files in os.walk(os.path.join(destdir, "usr")) for f in files)
+        packaged = sorted(os.path.relpath(os.path.join(d, f), self.tree)
+                          for d, _, files in os.walk(self.tree) for f in files)
+        self.assertEqual(installed, packaged)
+        if os.getuid() != 0:
+            return
+        state = destdir + self.root + "/var/games/vantorix"
+        self.assertEqual(mode(state), (0o2775, "root", "games"))
+        if self.has_program:
+            self.assertEqual(mode(os.path.join(destdir, "usr/games/vantorix")),
+                             (0o2755, "root", "games"))
+
     def test_lintian_finds_no_errors(self):
         result = subprocess.run(["lintian", "--tag-display-limit", "0", self.deb],
                                 capture_output=True, text=True)
