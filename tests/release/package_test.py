@@ -1,14 +1,13 @@
-"""The Debian package as a player and a packager meet it: built with cpack from this build,
-checked by lintian, appstreamcli, desktop-file-validate and man, installed with dpkg into the
-build's throwaway root (NORVANE_FS_ROOT), run as the user nobody under Xvfb, then removed and
-purged."""
+"""The Debian package as a player and a packager meet it: a release build of its own, packed
+with cpack, checked by lintian, appstreamcli, desktop-file-validate and man, installed with dpkg
+into a throwaway root (the build's NORVANE_FS_ROOT), run as the user nobody under Xvfb, then
+removed and purged."""
 import glob
 import grp
 import os
 import pwd
 import re
 import shutil
-import signal
 import stat
 import subprocess
 import sys
@@ -17,7 +16,10 @@ import time
 import unittest
 
 REPO = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
-BUILD = os.environ.get("VANTORIX_BUILD_DIR", os.path.join(REPO, "build"))
+OUT = os.path.join(os.environ.get("VANTORIX_BUILD_DIR", os.path.join(REPO, "build")), "tests",
+                   "release")
+BUILD = os.path.join(OUT, "build")  # kept between runs, so a second run builds only what changed
+ROOT = os.path.join(OUT, "root")
 ICON_SIZES = (16, 32, 48, 64, 128, 256, 512)
 MULTIARCH = subprocess.run(["dpkg-architecture", "-qDEB_HOST_MULTIARCH"], capture_output=True,
                            text=True).stdout.strip()
@@ -25,32 +27,34 @@ CLASSIC_SDL = "/usr/lib/%s/libSDL-1.2.so.0" % MULTIARCH
 COMPAT_SDL = "/usr/lib/%s/sdl12-compat" % MULTIARCH
 
 
-def cache_value(name):
-    with open(os.path.join(BUILD, "CMakeCache.txt")) as cache:
-        for line in cache:
-            if line.startswith(name + ":"):
-                return line.split("=", 1)[1].strip()
-    return ""
-
-
 def run(*command, **kwargs):
-    return subprocess.run(command, check=True, capture_output=True, text=True, **kwargs).stdout
+    result = subprocess.run(command, capture_output=True, text=True, **kwargs)
+    if result.returncode != 0:
+        raise AssertionError("%s failed:\n%s%s" % (" ".join(command), result.stdout,
+                                                    result.stderr))
+    return result.stdout
 
 
 _package = []
 
 
 def package():
-    """Packs this build once for every test: the .deb and its unpacked tree."""
+    """Builds and packs the release once for every test: the .deb and its unpacked tree."""
     if not _package:
-        out = os.path.join(BUILD, "tests", "release")
-        shutil.rmtree(out, ignore_errors=True)
-        os.makedirs(out)
-        run("cpack", "-G", "DEB", "-B", out, cwd=BUILD)
-        deb = glob.glob(os.path.join(out, "vantorix_*.deb"))[0]
-        run("dpkg-deb", "-x", deb, os.path.join(out, "tree"))
-        _package.extend([deb, os.path.join(out, "tree")])
+        run("cmake", "-S", REPO, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", "-DNORVANE_TESTS=OFF",
+            "-DNORVANE_TOOLS=OFF", "-DNORVANE_FS_ROOT=" + ROOT)
+        run("cmake", "--build", BUILD, "-j%d" % os.cpu_count())
+        packages = os.path.join(OUT, "package")
+        shutil.rmtree(packages, ignore_errors=True)
+        run("cpack", "-G", "DEB", "-B", packages, cwd=BUILD)
+        deb = glob.glob(os.path.join(packages, "vantorix_*.deb"))[0]
+        run("dpkg-deb", "-x", deb, os.path.join(packages, "tree"))
+        _package.extend([deb, os.path.join(packages, "tree")])
     return _package
+
+
+def has_program():
+    return os.path.exists(os.path.join(BUILD, "vantorix"))
 
 
 def mode(path):
@@ -62,10 +66,10 @@ def mode(path):
 class Package(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.app_id = cache_value("VANTORIX_APP_ID")
-        cls.root = cache_value("NORVANE_FS_ROOT")
-        cls.has_program = os.path.exists(os.path.join(BUILD, "vantorix"))
         cls.deb, cls.tree = package()
+        cls.app_id = re.search(r"^VANTORIX_APP_ID:\w+=(.*)$",
+                               open(os.path.join(BUILD, "CMakeCache.txt")).read(), re.M).group(1)
+        cls.has_program = has_program()
         cls.files = set(run("dpkg-deb", "-c", cls.deb).splitlines())
 
     def field(self, name):
@@ -98,7 +102,7 @@ class Package(unittest.TestCase):
             self.assertFalse(path.startswith("./var/"), "the state directory belongs to postinst")
 
     def test_plain_install_makes_the_same_layout_and_the_shared_state(self):
-        destdir = os.path.join(BUILD, "tests", "release", "destdir")
+        destdir = os.path.join(OUT, "destdir")
         shutil.rmtree(destdir, ignore_errors=True)
         run("cmake", "--install", BUILD, "--prefix", "/usr",
             env=dict(os.environ, DESTDIR=destdir))
@@ -109,7 +113,7 @@ class Package(unittest.TestCase):
         self.assertEqual(installed, packaged)
         if os.getuid() != 0:
             return
-        state = destdir + self.root + "/var/games/vantorix"
+        state = destdir + ROOT + "/var/games/vantorix"
         self.assertEqual(mode(state), (0o2775, "root", "games"))
         if self.has_program:
             self.assertEqual(mode(os.path.join(destdir, "usr/games/vantorix")),
@@ -167,25 +171,23 @@ class Display:
 
 
 class Installed(unittest.TestCase):
-    """Install, play as nobody, remove, purge: in the build's throwaway root."""
+    """Install, play as nobody, remove, purge: in the throwaway root."""
 
     @classmethod
     def setUpClass(cls):
-        cls.root = cache_value("NORVANE_FS_ROOT")
-        if not cls.root or os.getuid() != 0:
-            raise unittest.SkipTest("needs root and a build with NORVANE_FS_ROOT")
-        if not os.path.exists(os.path.join(BUILD, "vantorix")):
+        if os.getuid() != 0:
+            raise unittest.SkipTest("installs as root")
+        cls.deb = package()[0]
+        if not has_program():
             raise unittest.SkipTest("the game program is not built yet")
         cls.user = pwd.getpwnam("nobody")
         cls.games = grp.getgrnam("games").gr_gid
-        cls.deb = package()[0]
 
     def dpkg(self, *args):
-        return run("dpkg", "--root=" + self.root, "--force-script-chrootless", "--force-depends",
-                   *args)
+        return run("dpkg", "--root=" + ROOT, "--force-script-chrootless", "--force-depends", *args)
 
     def path(self, absolute):
-        return self.root + absolute
+        return ROOT + absolute
 
     def play(self, display, library_path=None):
         """Starts the installed game as nobody, waits for its window, quits from the title menu
@@ -193,14 +195,13 @@ class Installed(unittest.TestCase):
         home = self.path(self.user.pw_dir)
         os.makedirs(home, exist_ok=True)
         os.chown(home, self.user.pw_uid, self.user.pw_gid)
-        work = tempfile.mkdtemp(dir=os.path.join(BUILD, "tests", "release"))
+        work = tempfile.mkdtemp(dir=OUT)
         os.chown(work, self.user.pw_uid, self.user.pw_gid)
         program = [self.path("/usr/games/vantorix")]
         if library_path:
             # Through the loader, as a setgid program ignores LD_LIBRARY_PATH.
             program = ["/lib64/ld-linux-x86-64.so.2", "--library-path", library_path] + program
-        env = dict(os.environ, DISPLAY=display.name, ALSOFT_DRIVERS="null",
-                   ASAN_OPTIONS="detect_leaks=0")  # leak checks cannot attach to setgid
+        env = dict(os.environ, DISPLAY=display.name, ALSOFT_DRIVERS="null")
         game = subprocess.Popen(
             ["setpriv", "--reuid=%d" % self.user.pw_uid, "--regid=%d" % self.user.pw_gid,
              "--clear-groups", "--"] + program,
@@ -226,9 +227,7 @@ class Installed(unittest.TestCase):
         return gids, sdl
 
     def test_install_play_remove_purge(self):
-        if os.path.exists(self.path("/var/lib/dpkg/status")):
-            subprocess.run(["dpkg", "--root=" + self.root, "--force-script-chrootless",
-                            "--purge", "vantorix"], capture_output=True)
+        shutil.rmtree(ROOT, ignore_errors=True)
         for directory in ("info", "updates", "triggers"):
             os.makedirs(self.path("/var/lib/dpkg/" + directory), exist_ok=True)
         open(self.path("/var/lib/dpkg/status"), "a").close()
