@@ -6,11 +6,11 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <sstream>
 
 #include "debug/log.h"
+#include "files/atomicfile.h"
 #include "tools/convert.h"
 
 namespace norvane {
@@ -123,10 +123,10 @@ std::string Node::toString(int indent) const {
 }
 
 void Node::saveXML(const char* filename) const {
-    std::ofstream out(filename, std::ios::binary | std::ios::trunc);
-    if (!out) return;
-    out << "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n" << toString(0);
-    out.flush();
+    AtomicFile out(filename);
+    if (!out.get()) return;
+    const std::string text = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\" ?>\n" + toString(0);
+    if (std::fwrite(text.data(), 1, text.size(), out.get()) == text.size()) out.commit();
 }
 
 void XMLHandler::startElement(const char*, const char**) {}

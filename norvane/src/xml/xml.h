@@ -31,7 +31,8 @@ public:
     void setAttributeFloat(std::string name, float value);
     void setAttributeBool(std::string name, bool value);
 
-    // Writes the document with the ISO-8859-1 declaration; an unwritable file is silently skipped.
+    // Writes the document with the ISO-8859-1 declaration. The file is replaced only once the new
+    // one is complete, so a crash or a full disk keeps the old one; failures are silently skipped.
     void saveXML(const char* filename) const;
     std::string toString(int indent) const;
 
