@@ -27,8 +27,13 @@ extern std::vector<VantorixSprite*> deleteQueue;
 // The game's application object: starting it up and shutting it down is all it adds to the loop.
 class Vantorix : public norvane::FrameRateLimitedApplication {
 public:
-    Vantorix();             // a failed start-up ends the process with status 0
-    ~Vantorix() override;   // ends the process
+    Vantorix();            // a failed start-up ends the process with status 0
+    ~Vantorix() override;  // ends the process
+
+private:
+    // The destructor's work, also the end of a failed start-up: releases what the start-up made,
+    // newest first, and quits.
+    [[noreturn]] static void shutDown();
 };
 
 }  // namespace vantorix
