@@ -180,6 +180,8 @@ class Installed(unittest.TestCase):
         cls.deb = package()[0]
         if not has_program():
             raise unittest.SkipTest("the game program is not built yet")
+        if "vantorix::Menu::Menu(" not in run("nm", "-C", os.path.join(BUILD, "vantorix")):
+            raise unittest.SkipTest("the game program does not open its title menu yet")
         cls.user = pwd.getpwnam("nobody")
         cls.games = grp.getgrnam("games").gr_gid
 

@@ -4,11 +4,13 @@
 #include <iostream>
 #include <string>
 
+#include "files/groupprivilege.h"
 #include "norvane.h"
 #include "vantorix.h"
 
 int main(int, char**) {
     try {
+        norvane::dropGroupPrivilege();  // held again only while the shared highscores are written
         application = new vantorix::Vantorix();
         application->run();
         delete application;  // never returns: the shutdown ends the process with status 0

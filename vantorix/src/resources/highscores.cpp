@@ -1,6 +1,7 @@
 #include "resources/highscores.h"
 
 #include "debug/log.h"
+#include "files/groupprivilege.h"
 #include "vantorix.h"
 #include "xml/xml.h"
 
@@ -108,6 +109,7 @@ norvane::xml::Node* Highscores::buildDomTree() const {
 
 void Highscores::save(const std::string& path) const {
     norvane::xml::Node* root = buildDomTree();
+    const norvane::GroupPrivilege privilege;  // the table is shared by every player of the group
     root->saveXML(path.c_str());
     delete root;
 }
