@@ -1,0 +1,35 @@
+#ifndef TESTS_GAMERESOURCES_GAMEDATA_H
+#define TESTS_GAMERESOURCES_GAMEDATA_H
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "resources/resources.h"
+#include "support/window.h"
+#include "xml/xml.h"
+
+// The game's data directory and settings file in the build's throwaway tree. Each test starts
+// without a settings file; as in the game, the banks a Resources loads outlive it.
+class GameData : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+};
+
+class GameWindow : public WindowTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+};
+
+// Installs the shipped data with "resources.xml" rewritten by `edit`.
+void installData(const std::function<void(norvane::xml::Node* root)>& edit = nullptr);
+norvane::xml::Node* bankElement(norvane::xml::Node* root, const std::string& name);  // by "name"
+
+std::string settingsPath();
+void writeSettings(const std::string& content);
+std::string logOf(const std::function<void()>& action);  // what `action` logged
+
+#endif
