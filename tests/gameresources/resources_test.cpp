@@ -1,4 +1,5 @@
 #include <SDL/SDL.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -17,6 +18,7 @@
 #include "gui/standard.h"
 #include "resources/state.h"
 #include "specs.h"
+#include "vantorix.h"
 
 using norvane::InputEvaluator;
 using norvane::Trigger;
@@ -65,6 +67,18 @@ TEST_F(GameData, AMissingOrMistypedBankEndsConstructionWithItsText) {
     }
     installData([](Node* root) { bankElement(root, "music")->name = "images"; });
     EXPECT_EQ(constructionError(), "music not found");
+}
+
+TEST_F(GameData, AMissingBankEndsTheGameQuietly) {
+    installData([](Node* root) { delete bankElement(root, "music"); });
+    EXPECT_EXIT(
+        {
+            dup2(STDERR_FILENO, STDOUT_FILENO);  // the log, where the death test reads
+            setenv("SDL_VIDEODRIVER", "dummy", 1);
+            new vantorix::Vantorix;
+        },
+        testing::ExitedWithCode(0), "\\[vantorix:core\\] \\(critical\\) Could not load resources: music not found\n");
+    EXPECT_NE(access(settingsPath().c_str(), F_OK), 0) << "saved without resources";
 }
 
 TEST_F(GameData, TwoPlayersShareTheKeyboardOnFirstStart) {

@@ -6,6 +6,7 @@
 #include "debug/log.h"
 #include "math/random.h"
 #include "norvane.h"
+#include "resources/resources.h"
 #include "specs.h"
 
 vantorix::Vantorix* application = nullptr;
@@ -43,14 +44,24 @@ Vantorix::Vantorix() {
         shutDown();
     }
     norvane::randomize();
-    // Second stage (resources, audio, screen, window, title menu) follows here; each failure ends
-    // in shutDown().
+    // Second stage: resources, audio, screen, window, title menu; each failure ends in shutDown().
+    try {
+        resources = new Resources;
+    } catch (const std::string& text) {
+        norvane::debug::critical(dbgVantorixCore, "Could not load resources: %s\n", text.c_str());
+        shutDown();
+    }
 }
 
 Vantorix::~Vantorix() { shutDown(); }
 
 void Vantorix::shutDown() {
     // The objects of the second stage are released here, newest first, before the process ends.
+    if (resources) {
+        resources->saveSettings();
+        delete resources;
+        resources = nullptr;
+    }
     norvane::debug::debug(dbgVantorixCore, "Quitting Norvane.");
     norvane::quit();
 }
