@@ -169,7 +169,13 @@ void BitmapFont::release() {
 
 void BitmapFont::load() {
     std::unique_ptr<Node> root(xml::loadXML((dir + DESCRIPTION_FILE).c_str()));
-    if (root && root->name == XML_BITMAPFONT) getFromNode(root.get(), dir);
+    if (!root || root->name != XML_BITMAPFONT) return;
+    try {
+        getFromNode(root.get(), dir);
+    } catch (...) {
+        release();  // a half-read font would print through lists it never made
+        throw;
+    }
 }
 
 void BitmapFont::setDescriptor(const FontDescriptor& descriptor) {
@@ -264,9 +270,7 @@ void BitmapFont::getFromNode(const Node* root, const std::string& fontDir) {
     listBase = glGenLists(charCount);
     for (int i = 0; i < charCount; ++i) {
         const size_t slot = static_cast<size_t>(lowest + i + 128);
-        BitmapFontCharacterData data = defined[slot] ? characters[slot] : BitmapFontCharacterData();
-        // a glyph image that would not load (the bank logged it) leaves a blank of the glyph's width
-        if (data.image && data.image->getTextureName() == 0) data.image = nullptr;
+        const BitmapFontCharacterData data = defined[slot] ? characters[slot] : BitmapFontCharacterData();
         widths[static_cast<size_t>(i)] = data.width;
         glNewList(listBase + static_cast<GLuint>(i), GL_COMPILE);
         if (data.image) {

@@ -75,8 +75,7 @@ struct BitmapFontCharacterData {
 // character. Character codes are signed bytes, as printing hands them to GL.
 class BitmapFont : public Font {
 public:
-    // Loaded at once; throws when the description is missing or malformed. A glyph image that does
-    // not load is logged and its characters become blanks.
+    // Loaded at once; throws when the description or a glyph image does not load.
     explicit BitmapFont(std::string dir);
     ~BitmapFont() override;
 
@@ -85,7 +84,7 @@ public:
     using Font::print;
     void print(const char* text) override;
     void release() override;  // also deletes the glyph textures
-    void load() override;
+    void load() override;  // a failed load leaves the font empty
     void getFromNode(const Node* root, const std::string& fontDir);
 
     std::string dir;  // ends with "/"

@@ -1,6 +1,5 @@
 #include "gfx/image.h"
 
-#include "debug/log.h"
 #include "gfx/bitmask.h"
 #include "gfx/imagebank.h"
 
@@ -29,16 +28,6 @@ ImageResource::~ImageResource() { delete bitmask; }
 void ImageResource::release(bool) {}
 
 void ImageResource::reload(bool last) { load(last, bitmask == nullptr); }
-
-bool ImageResource::refreshOrReport(bool last) {
-    try {
-        refresh(last);
-        return true;
-    } catch (const std::string& e) {
-        debug::error(dbgImages, "%s", e.c_str());
-        return false;
-    }
-}
 
 void ImageResource::createBitmask(SDL_Surface* surface, bool last) {
     if (bitmaskThreshold < 0.0f) return;

@@ -73,9 +73,6 @@ public:
     virtual void setFilter(ImageFilter filter) = 0;
 
     void reload(bool last);
-    // refresh() for batches: a file that cannot be loaded is logged and leaves the image without
-    // texture, so one broken file does not stop the others. False when it failed.
-    bool refreshOrReport(bool last);
     // Replaces the bitmask and both boxes from `surface`, unless the threshold is negative.
     void createBitmask(SDL_Surface* surface, bool last);
 

@@ -65,7 +65,7 @@ void ImageBank::getFromNode(const Node* node, const std::string& dir) {
 
 void ImageBank::refresh(RefreshingBankHandler* handler) {
     for (auto it = resources.begin(); it != resources.end(); ++it) {
-        it->second->refreshOrReport(std::next(it) == resources.end());
+        it->second->refresh(std::next(it) == resources.end());
         if (handler) handler->elementRefreshed();
     }
 }
@@ -76,11 +76,7 @@ void ImageBank::release() {
 
 void ImageBank::reload() {
     for (auto it = resources.begin(); it != resources.end(); ++it) {
-        try {
-            it->second->reload(std::next(it) == resources.end());
-        } catch (const std::string& e) {
-            debug::error(dbgImages, "%s", e.c_str());
-        }
+        it->second->reload(std::next(it) == resources.end());
     }
 }
 

@@ -17,10 +17,10 @@ public:
     std::string getNodeName() override;
     void getFromNode(const Node* node, const std::string& dir) override;
     int size() const override;
-    // A file that cannot be loaded is logged and its image left without texture; the rest load.
+    // A file that cannot be loaded throws its text; the images after it stay unloaded.
     void refresh(RefreshingBankHandler* handler) override;
     void release();
-    void reload();
+    void reload();  // throws as refresh() does
 
     ImageFilter maxFilter = FILTER_LINEAR;  // images asking for more get mipmaps but this filter
 };

@@ -18,7 +18,7 @@ void ImageLoader::perform(unsigned int deadline) {
     const auto end = bank->resources.end();
     while (position != end) {
         if (SDL_GetTicks() >= deadline) return;
-        position->second->refreshOrReport(std::next(position) == end);
+        position->second->refresh(std::next(position) == end);  // a broken file throws to the caller
         ++position;
         ++progressDone;
     }

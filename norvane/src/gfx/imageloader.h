@@ -13,8 +13,9 @@ class ImageBank;
 class ImageResource;
 
 // Loads one bank's images a few per frame, in name order, as a background task. A single image is
-// never split, so a call overruns its deadline by at most the one image started before it. The
-// bank must outlive the loader and keep its images meanwhile.
+// never split, so a call overruns its deadline by at most the one image started before it. A file
+// that will not load throws its text out of perform and the loader stays at that image. The bank
+// must outlive the loader and keep its images meanwhile.
 class ImageLoader : public BackgroundTask {
 public:
     ImageLoader(ImageBank* bank, BackgroundTaskCallback* callback);
