@@ -30,7 +30,7 @@ void forgetGame() {
 }  // namespace
 
 void GameData::SetUp() {
-    logOf([] { norvane::init(0, false); });
+    captured([] { norvane::init(0, false); });
     startClean();
 }
 
@@ -70,14 +70,3 @@ std::string settingsPath() {
 }
 
 void writeSettings(const std::string& content) { std::ofstream(settingsPath(), std::ios::binary) << content; }
-
-std::string logOf(const std::function<void()>& action) {
-    testing::internal::CaptureStdout();
-    try {
-        action();
-    } catch (...) {
-        testing::internal::GetCapturedStdout();
-        throw;
-    }
-    return testing::internal::GetCapturedStdout();
-}

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "resources/resources.h"
+#include "support/captured.h"
 #include "support/window.h"
 #include "xml/xml.h"
 
@@ -30,6 +31,5 @@ norvane::xml::Node* bankElement(norvane::xml::Node* root, const std::string& nam
 
 std::string settingsPath();
 void writeSettings(const std::string& content);
-std::string logOf(const std::function<void()>& action);  // what `action` logged
 
 #endif

@@ -134,7 +134,7 @@ TEST_F(GameWindow, TheShippedDataLoadsCleanlyAndEveryNameResolves) {
     writeSettings(R"(<settings><sound volumeSfx="40" volumeMusic="60"/></settings>)");
     auto* application = new norvane::FrameRateLimitedApplication;  // stays, as the game's does
     std::unique_ptr<Resources> r;
-    const std::string log = logOf([&] {
+    const std::string log = captured([&] {
         norvane::audio::init("", 44100);
         r.reset(new Resources);
         r->setResolution(800, 600, 32, false);
@@ -207,7 +207,7 @@ TEST_F(GameWindow, MusicStaysOffUntilItsVolumeIsRaised) {
     installData();
     writeSettings(R"(<settings><sound volumeMusic="0"/></settings>)");
     Resources r;
-    logOf([&] {
+    captured([&] {
         norvane::audio::init("", 44100);
         r.setResolution(800, 600, 32, false);
         r.init();

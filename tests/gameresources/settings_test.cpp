@@ -59,7 +59,7 @@ TEST_F(GameData, SettingsChangeOnlyWhatTheFileSaysAndBadFilesChangeNothing) {
         SCOPED_TRACE(c.file);
         writeSettings(c.file);
         std::unique_ptr<Resources> r;
-        const std::string log = logOf([&] { r.reset(new Resources); });
+        const std::string log = captured([&] { r.reset(new Resources); });
         expectSettings(r->settings, c.expected);
         if (c.fire) {
             EXPECT_EQ(r->evaluatorGamePlayerSingle->find("fire")->keysToString(0), c.fire);

@@ -9,22 +9,12 @@
 #include "gui/root.h"
 #include "gui/standard.h"
 #include "gui/styles.h"
+#include "support/captured.h"
 
 using namespace norvane;
 using namespace norvane::gui;
 
 namespace {
-
-std::string captured(const std::function<void()>& body) {
-    testing::internal::CaptureStdout();
-    try {
-        body();
-    } catch (...) {
-        testing::internal::GetCapturedStdout();
-        throw;
-    }
-    return testing::internal::GetCapturedStdout();
-}
 
 // Loads `guiContent` as the bank "gui" beside an input evaluator "menu" with the triggers up and back.
 class Definition : public ::testing::Test {
