@@ -203,6 +203,19 @@ TEST_F(GameWindow, TheShippedDataLoadsCleanlyAndEveryNameResolves) {
     EXPECT_TRUE(r->btnSinglePlayerA->isFocused());
 }
 
+TEST_F(GameWindow, AnImageThatWillNotLoadEndsTheSecondStage) {
+    installData([](Node* root) { (*bankElement(root, "imagesHud")->children.front())["filename"] = "gone.png"; });
+    Resources r;
+    std::string error;
+    try {
+        r.init();
+    } catch (const std::string& text) {
+        error = text;
+    }
+    EXPECT_EQ(error.rfind("Could not load \"", 0), 0u) << error;
+    EXPECT_NE(error.find("gone.png"), std::string::npos) << error;
+}
+
 TEST_F(GameWindow, MusicStaysOffUntilItsVolumeIsRaised) {
     installData();
     writeSettings(R"(<settings><sound volumeMusic="0"/></settings>)");
