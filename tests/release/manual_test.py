@@ -1,5 +1,5 @@
-"""The manual page's controls are the ones the game starts with: the keys it names for each
-action are the default bindings of the input definitions in data/resources.xml."""
+"""The manual page's and the README's controls are the ones the game starts with: the keys they
+name for each action are the default bindings of the input definitions in data/resources.xml."""
 import os
 import re
 import subprocess
@@ -70,6 +70,17 @@ class Controls(unittest.TestCase):
         self.assertIn("%s full screen" % label(core["fullscreen"]), text)
         self.assertIn("%s save a screenshot" % label(core["screenshot"]), text)
         self.assertIn("%s go back" % label(keys["evaluatorMenu"]["back"]), text)
+
+    def test_readme_table_names_the_default_keys(self):
+        keys = bindings()
+        players = [keys["evaluatorGamePlayer"], keys["evaluatorGamePlayerMulti[0]"],
+                   keys["evaluatorGamePlayerMulti[1]"]]
+        readme = open(os.path.join(REPO, "README.md")).read()
+        rows = [("steer", [label(p["x"] + p["y"]).replace("Cursor", "cursor") for p in players])]
+        rows += [(action, [label(p[trigger]) for p in players])
+                 for trigger, action in ACTIONS.items()]
+        for action, labels in rows:
+            self.assertIn("| %s | %s |" % (action, " | ".join(labels)), readme)
 
 
 if __name__ == "__main__":
