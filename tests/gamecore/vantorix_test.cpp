@@ -1,13 +1,9 @@
-#include "vantorix.h"
-
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
 
 #include "buildinfo.h"
-#include "debug/log.h"
 
 namespace {
 
@@ -38,20 +34,4 @@ TEST(Vantorix, StartsWithTheVersionLineAndEndsWithStatusZeroWithOrWithoutADispla
     EXPECT_EQ(out.rfind(VERSION_LINE, 0), 0u) << out;
     EXPECT_EQ(out.find("Init() failed"), std::string::npos) << out;
     EXPECT_EQ(status, 0);
-}
-
-TEST(Vantorix, StartUpSetsTheFrameLimitsAndTheGameLogGroups) {
-    const pid_t pid = fork();  // ending the application ends the process
-    if (pid == 0) {
-        auto* app = new vantorix::Vantorix();
-        app->run();  // returns at once: no state is active
-        if (norvane::application != app || app->maxTicks != 100 || app->minTicks != 10 ||
-            norvane::debug::groups[2].name != "vantorix:game" || norvane::debug::groups[3].level != norvane::debug::LEVEL_DEBUG)
-            _exit(3);
-        delete app;
-        _exit(4);
-    }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
 }
