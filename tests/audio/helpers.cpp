@@ -3,43 +3,23 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 
 #include "audio/core.h"
-#include "files/sysdirs.h"
 #include "norvane.h"
 
 namespace testaudio {
 
-namespace {
-
-std::string tmpPath(const std::string& name) {
-    const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    const std::string dir = std::string(TEST_TMP_DIR) + "/audio/" + info->test_suite_name() + "." + info->name() + "/";
-    norvane::mkdirs(dir);
-    return dir + name;
-}
-
-}  // namespace
-
-std::string writeFile(const std::string& name, const std::string& content) {
-    const std::string path = tmpPath(name);
-    std::ofstream(path, std::ios::binary) << content;
+std::string makeOgg(const std::string& name, const std::string& synth, int channels) {
+    const std::string path = scratchPath(name);
+    const std::string command = "sox -V1 -r 44100 -c " + std::to_string(channels) + " -n '" + path + "' synth " + synth;
+    EXPECT_EQ(std::system(command.c_str()), 0) << command;
     return path;
 }
 
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
-std::string makeOgg(const std::string& name, const std::string& synth, int channels) {
-    const std::string path = tmpPath(name);
-    const std::string command = "sox -V1 -r 44100 -c " + std::to_string(channels) + " -n '" + path + "' synth " + synth;
-    EXPECT_EQ(std::system(command.c_str()), 0) << command;
+std::string damage(const std::string& path) {
+    std::string data = readFile(path);
+    data[data.size() / 2] ^= 1;
+    std::ofstream(path, std::ios::binary) << data;
     return path;
 }
 
@@ -64,8 +44,8 @@ float frequency(const std::vector<float>& channel, size_t from, size_t count) {
 }
 
 void AudioTest::SetUp() {
-    norvane::init(0, false);  // registers the log groups before the music thread reads them
-    setenv("NORVANE_WAVE_FILE", tmpPath("output.wav").c_str(), 1);
+    captured([] { norvane::init(0, false); });  // registers the log groups before the music thread reads them
+    setenv("NORVANE_WAVE_FILE", scratchPath("output.wav").c_str(), 1);
     norvane::audio::init("", RATE);
 }
 
@@ -73,7 +53,7 @@ void AudioTest::TearDown() { norvane::audio::cleanUp(); }
 
 Recording AudioTest::stopAndRead() {
     norvane::audio::cleanUp();
-    const std::string file = readFile(tmpPath("output.wav"));
+    const std::string file = readFile(scratchPath("output.wav"));
     Recording rec;
     for (size_t pos = 12; pos + 8 <= file.size();) {  // RIFF chunks; ours is 16-bit stereo
         uint32_t size = 0;

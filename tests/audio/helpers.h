@@ -6,15 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "support/files.h"
+
 namespace testaudio {
 
 const int RATE = 44100;
 
-// Files live in a folder of the running test's own: ctest runs tests side by side.
-std::string writeFile(const std::string& name, const std::string& content);
-std::string readFile(const std::string& path);
 // An Ogg Vorbis file made by sox from a synth description such as "4410s sine 441 vol 0.5".
 std::string makeOgg(const std::string& name, const std::string& synth, int channels = 1);
+// The file with one bit flipped half way: a page checksum fails.
+std::string damage(const std::string& path);
 
 // What OpenAL Soft's wave writer wrote, -1..1 per channel.
 struct Recording {

@@ -25,7 +25,6 @@ TEST(Loaders, DeliverTheFileInPiecesAndLoopBackToItsStart) {
         stereo->read(&size, false);
         EXPECT_EQ(size, expected);
     }
-
     std::unique_ptr<FileLoader> looping(getFileLoader(monoFile));
     int size = 50000;
     looping->read(&size, true);
@@ -37,32 +36,23 @@ TEST(Loaders, DeliverTheFileInPiecesAndLoopBackToItsStart) {
 
 TEST(Loaders, BrokenFilesGiveTheirMessage) {
     const std::string good = readFile(makeOgg("good.ogg", "2 whitenoise vol 0.5"));  // many pages
-    std::string damaged = good;
-    damaged[damaged.size() / 2] ^= 1;  // a page checksum fails
-    const std::string missing = std::string(TEST_TMP_DIR) + "/missing.ogg";
+    const std::string missing = scratchPath("missing.ogg");
     const std::string notVorbis = "Could not read Ogg stream:The given file/data was not recognized as Ogg Vorbis data.";
     const struct {
         std::string path, message;
     } cases[] = {
         {missing, "Could not open file \"" + missing + "\"."},
         {"music.OGG", "Unknown file type - \"music.OGG\""},
-        {"track.wav", "Unknown file type - \"track.wav\""},
         {"ab", "Unknown file type - \"ab\""},
         {writeFile("text.ogg", "This is no Ogg Vorbis file."), notVorbis},
         {writeFile("header.ogg", good.substr(0, 100)), notVorbis},
-        {writeFile("damaged.ogg", damaged),
+        {damage(writeFile("damaged.ogg", good)),
          "Could not decode Ogg stream: Vorbisfile encoutered missing or corrupt data in the bitstream."},
     };
     for (const auto& c : cases) {
-        try {
-            std::unique_ptr<FileLoader> loader(getFileLoader(c.path));
-            loader->read(nullptr, false);
-            ADD_FAILURE() << c.path << " gave no error";
-        } catch (const std::string& text) {
-            EXPECT_EQ(text, c.message);
-        }
+        EXPECT_EQ(thrownBy([&] { std::unique_ptr<FileLoader>(getFileLoader(c.path))->read(nullptr, false); }),
+                  c.message);
     }
-
     // A file cut short says so by its size and delivers what it has.
     std::unique_ptr<FileLoader> cut(getFileLoader(writeFile("cut.ogg", good.substr(0, good.size() / 2))));
     EXPECT_GT(cut->getSize(), 0);

@@ -43,7 +43,7 @@ public:
 
 class Music : public AudioTest {
 protected:
-    StreamedSample* piece(const std::string& name, const std::string& synth, bool loop, long bufferSize = 65536) {
+    StreamedSample* piece(const std::string& name, const std::string& synth, bool loop, long bufferSize = 16384) {
         samples.emplace_back(new StreamedSample());
         samples.back()->filename = makeOgg(name, synth);
         samples.back()->properties.loop = loop;
@@ -54,6 +54,8 @@ protected:
     std::vector<std::unique_ptr<StreamedSample>> samples;
 };
 
+using Queue = std::vector<StreamedSample*>;
+
 }  // namespace
 
 // An intro, a piece of one and a half buffers (32768 frames each), then a loop: the wave writer
@@ -61,18 +63,18 @@ protected:
 TEST_F(Music, PiecesFollowEachOtherWithoutAGap) {
     const size_t intro = 49100, middle = 49140, loop = 26450;  // whole periods of 441, 630, 882 Hz
     std::unique_ptr<WatchedMusic> music(new WatchedMusic());
-    music->addAsLast(piece("intro.ogg", "49100s sine 441 vol 0.5", false));
-    music->addAsLast(piece("middle.ogg", "49140s sine 630 vol 0.5", false));
-    music->addAsLast(piece("loop.ogg", "26450s sine 882 vol 0.5", true));
-    testing::internal::CaptureStdout();
-    music->play();
-    SDL_Delay(4700);
-    music->setCurrentVolume(0.5f);
-    SDL_Delay(500);
-    music.reset();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    music->addAsLast(piece("intro.ogg", "49100s sine 441 vol 0.5", false, 65536));
+    music->addAsLast(piece("middle.ogg", "49140s sine 630 vol 0.5", false, 65536));
+    music->addAsLast(piece("loop.ogg", "26450s sine 882 vol 0.5", true, 65536));
+    EXPECT_EQ(captured([&] {
+                  music->play();
+                  SDL_Delay(4700);
+                  music->setCurrentVolume(0.5f);
+                  SDL_Delay(500);
+                  music.reset();
+              }),
+              "");
     const Recording rec = stopAndRead();
-
     const size_t start = rec.firstSound();
     const size_t loopStart = start + intro + middle;
     const size_t quieter = loopStart + 4 * loop;  // well before the volume change
@@ -87,51 +89,38 @@ TEST_F(Music, PiecesFollowEachOtherWithoutAGap) {
                                                  {start + intro + 500, 630}, {loopStart - 2500, 630},
                                                  {loopStart + 500, 882},     {loopStart + 3 * loop + 500, 882}};
     for (const auto& e : expected) EXPECT_NEAR(frequency(rec.left, e.first, 2000), e.second, 12.0f) << e.first - start;
-
     size_t end = quieter;
     while (end < rec.left.size() && amplitude(rec.left, end, 1000) > 0.75f * level) end += 500;
     ASSERT_LT(end + 10000, rec.left.size());
     EXPECT_NEAR(amplitude(rec.left, end + 2000, 4000), 0.5f * level, 0.1f * level);  // the gain took at once
 }
 
-TEST_F(Music, QueueOperations) {
+TEST_F(Music, QueueOperationsAndFadeOut) {
     WatchedMusic music;
-    StreamedSample* a = piece("a.ogg", "0.1 sine 441", true, 16384);
-    StreamedSample* b = piece("b.ogg", "0.1 sine 630", true, 16384);
-    StreamedSample* c = piece("c.ogg", "0.1 sine 882", true, 16384);
+    StreamedSample* a = piece("a.ogg", "0.5 sine 441", true);
+    StreamedSample* b = piece("b.ogg", "0.1 sine 630", true);
+    StreamedSample* c = piece("c.ogg", "0.1 sine 882", true);
     music.play();
     EXPECT_FALSE(music.isPlaying());  // nothing queued
-
     music.addAsLast(b);
     music.addAsLast(c);
     music.addAsNext(a);
-    EXPECT_EQ(music.queued(), (std::vector<StreamedSample*>{a, b, c}));
+    EXPECT_EQ(music.queued(), (Queue{a, b, c}));
     music.skipToLast();
     EXPECT_EQ(music.playing(), c);
     EXPECT_TRUE(music.queued().empty());
-    EXPECT_TRUE(music.isPlaying());
     SDL_Delay(300);
     EXPECT_TRUE(music.sounds());  // the thread keeps the loop going
-
     music.skipToNext();  // nothing behind it
     EXPECT_FALSE(music.isPlaying());
     EXPECT_EQ(music.playing(), nullptr);
-
-    music.addAsLast(a);
+    music.setVolume(0.8f);
     music.addAsLast(b);
+    music.addAsLast(a);
     music.play();
     music.play();  // while playing: stops first, then starts the next piece
-    EXPECT_EQ(music.playing(), b);
-    music.stop();
-    EXPECT_FALSE(music.isPlaying());
-}
+    EXPECT_EQ(music.playing(), a);
 
-TEST_F(Music, FadeOutStopsAndTheNextPieceStartsAtTheVolume) {
-    WatchedMusic music;
-    StreamedSample* theme = piece("theme.ogg", "0.5 sine 441", true, 16384);
-    music.setVolume(0.8f);
-    music.addAsLast(theme);
-    music.play();
     EXPECT_FLOAT_EQ(music.gain(), 0.8f);
     music.fadeOut(1000);
     SDL_Delay(450);
@@ -139,14 +128,13 @@ TEST_F(Music, FadeOutStopsAndTheNextPieceStartsAtTheVolume) {
     EXPECT_GT(music.gain(), 0.0f);
     EXPECT_TRUE(music.isPlaying());
     for (int i = 0; i < 20 && music.isPlaying(); ++i) SDL_Delay(100);
-    EXPECT_FALSE(music.isPlaying());
-    EXPECT_FALSE(music.sounds());
-
-    music.addAsLast(theme);
-    music.play();
-    EXPECT_FLOAT_EQ(music.gain(), 0.8f);
+    EXPECT_FALSE(music.isPlaying() || music.sounds());
+    music.addAsLast(a);
+    music.play();  // the next piece starts at the volume, and the finished fade does not come back
     SDL_Delay(300);
-    EXPECT_FLOAT_EQ(music.gain(), 0.8f);  // the finished fade does not come back
+    EXPECT_FLOAT_EQ(music.gain(), 0.8f);
+    music.stop();
+    EXPECT_FALSE(music.isPlaying());
 }
 
 TEST_F(Music, BrokenPiecesNeverStopTheThread) {
@@ -154,35 +142,24 @@ TEST_F(Music, BrokenPiecesNeverStopTheThread) {
     StreamedSample missing;
     missing.filename = "nowhere/missing.ogg";
     music.addAsLast(&missing);
-    try {
-        music.play();
-        FAIL() << "nothing thrown";
-    } catch (const std::string& text) {
-        EXPECT_EQ(text, "Error streaming music \"nowhere/missing.ogg\": Could not open file \"nowhere/missing.ogg\".");
-    }
+    EXPECT_EQ(thrownBy([&] { music.play(); }),
+              "Error streaming music \"nowhere/missing.ogg\": Could not open file \"nowhere/missing.ogg\".");
     music.stop();
-
     StreamedSample* damaged = piece("damaged.ogg", "3 whitenoise vol 0.3", true, 8192);
-    std::string data = readFile(damaged->filename);
-    data[data.size() / 2] ^= 1;
-    writeFile("damaged.ogg", data);
+    damage(damaged->filename);
     StreamedSample notVorbis;
     notVorbis.filename = writeFile("text.ogg", "no music");
-    StreamedSample* good = piece("good.ogg", "0.1 sine 441", true, 16384);
-
-    testing::internal::CaptureStdout();
-    music.addAsLast(damaged);
-    music.addAsLast(&notVorbis);
-    music.addAsLast(good);
-    music.play();
-    for (int i = 0; i < 40 && music.queued().size() > 1; ++i) SDL_Delay(100);
-    SDL_Delay(500);
-    const std::string log = testing::internal::GetCapturedStdout();
+    StreamedSample* good = piece("good.ogg", "0.1 sine 441", true);
+    const std::string log = captured([&] {
+        for (StreamedSample* s : {damaged, &notVorbis, good}) music.addAsLast(s);
+        music.play();
+        for (int i = 0; i < 40 && music.queued().size() > 1; ++i) SDL_Delay(100);
+        SDL_Delay(500);
+    });
     EXPECT_NE(log.find("(error) Could not decode Ogg stream: "), std::string::npos) << log;
     EXPECT_NE(log.find("(error) Error streaming music \"" + notVorbis.filename + "\": Could not read Ogg stream:"),
               std::string::npos)
         << log;
-
     music.skipToNext();  // the thread is still there to stream the good piece
     EXPECT_EQ(music.playing(), good);
     SDL_Delay(800);  // four times the two buffers' length

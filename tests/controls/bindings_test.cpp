@@ -1,48 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <memory>
 
 #include "controls/inputevaluator.h"
-#include "controls/queue.h"
 #include "controls/translators.h"
-#include "files/sysdirs.h"
 #include "norvane.h"
+#include "support/events.h"
+#include "support/files.h"
+#include "support/manager.h"
 #include "xml/xml.h"
 
 using namespace norvane;
 using norvane::xml::Node;
 
 namespace {
-
-// Prefixed with the test's name: ctest runs the tests of this folder side by side.
-std::string writeFile(const std::string& name, const std::string& content) {
-    norvane::mkdirs(TEST_TMP_DIR "/");
-    const std::string path = std::string(TEST_TMP_DIR) + "/" +
-                             ::testing::UnitTest::GetInstance()->current_test_info()->name() + "-" + name;
-    std::ofstream(path, std::ios::binary) << content;
-    return path;
-}
-
-std::unique_ptr<Node> parse(const std::string& text) {
-    return std::unique_ptr<Node>(xml::loadXML(writeFile("parse.xml", text).c_str()));
-}
-
-std::string stored(const InputEvaluator& evaluator) {
-    Node root;
-    root.name = "controls";
-    evaluator.addTranslatorsToTree(&root);
-    return root.toString(0);
-}
-
-std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> out;
-    size_t start = 0;
-    for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
-        out.push_back(text.substr(start, end - start));
-    }
-    return out;
-}
 
 const char* const DEFINITION = R"(<inputEvaluator name="evaluatorGamePlayer">
   <axis code="201" name="x" description="Move sideways" max="2.5">
@@ -61,35 +32,35 @@ const char* const DEFINITION = R"(<inputEvaluator name="evaluatorGamePlayer">
   </trigger>
 </inputEvaluator>)";
 
+const std::string WARNING = "[norvane:controls] (warning) ";
+
 class Bindings : public ::testing::Test {
 protected:
-    void SetUp() override { norvane::init(0, false); }  // names the log groups
+    void SetUp() override { captured([] { norvane::init(0, false); }); }  // names the log groups
 
-    // Returns the log lines that reading `text` with `read` printed.
-    template <typename Read>
-    std::vector<std::string> logOf(const std::string& text, Read read) {
-        std::unique_ptr<Node> root = parse(text);
-        EXPECT_TRUE(root);
-        testing::internal::CaptureStdout();
-        if (root) read(root.get());
-        return lines(testing::internal::GetCapturedStdout());
+    // The log of reading `text` as a definition, or as stored bindings.
+    std::string define(const std::string& text) {
+        std::unique_ptr<Node> root(xml::loadXML(writeFile("definition.xml", text).c_str()));
+        return captured([&] { evaluator.getFromNode(root.get(), ""); });
     }
-    std::vector<std::string> define(const std::string& text) {
-        return logOf(text, [this](const Node* n) { evaluator.getFromNode(n, ""); });
+    std::string restore(const std::string& text) {
+        std::unique_ptr<Node> root(xml::loadXML(writeFile("stored.xml", text).c_str()));
+        return captured([&] { evaluator.getTranslatorsFromNode(root.get()); });
     }
-    std::vector<std::string> restore(const std::string& text) {
-        return logOf(text, [this](const Node* n) { evaluator.getTranslatorsFromNode(n); });
+    std::string stored() const {
+        Node root;
+        root.name = "controls";
+        evaluator.addTranslatorsToTree(&root);
+        return root.toString(0);
     }
 
     InputEvaluator evaluator;
 };
 
-const std::string WARNING = "[norvane:controls] (warning) ";
-
 }  // namespace
 
-TEST_F(Bindings, DefinitionBuildsTriggersWithTheirDefaults) {
-    EXPECT_TRUE(define(DEFINITION).empty());
+TEST_F(Bindings, DefinitionBuildsTriggersAndStoredBindingsReadBackAsTheSame) {
+    EXPECT_EQ(define(DEFINITION), "");
     ASSERT_EQ(evaluator.size(), 3);
     const Trigger* x = evaluator.find("x");
     EXPECT_EQ(x->code, 201);
@@ -106,63 +77,39 @@ TEST_F(Bindings, DefinitionBuildsTriggersWithTheirDefaults) {
     EXPECT_EQ(static_cast<JoyButtonTranslator*>(fire->translators[1])->joystick, -1);
     EXPECT_EQ(static_cast<MouseButtonTranslator*>(fire->translators[2])->state, ksDown);
     EXPECT_FALSE(evaluator.find("shield")->queued);
-}
 
-TEST_F(Bindings, StoredBindingsReadBackAsTheSameTranslators) {
-    define(DEFINITION);
-    const std::string original = stored(evaluator);
-    EXPECT_EQ(lines(original)[2], "    <keyTranslator key=\"lctrl\" value=\"1\"/>");  // the default state is left out
-    EXPECT_NE(original.find("<keyTranslator key=\"space\" state=\"up\" value=\"0.5\"/>"), std::string::npos);
-    EXPECT_NE(original.find("<joyAxisTranslator axis=\"0\" direction=\"-1\" joy=\"0\" max=\"30000\" min=\"4000\"/>"),
-              std::string::npos);
-
+    const std::string original = stored();
+    for (const char* line : {"\n    <keyTranslator key=\"lctrl\" value=\"1\"/>",  // the default state is left out
+                             "<keyTranslator key=\"space\" state=\"up\" value=\"0.5\"/>",
+                             "<joyAxisTranslator axis=\"0\" direction=\"-1\" joy=\"0\" max=\"30000\" min=\"4000\"/>"}) {
+        EXPECT_NE(original.find(line), std::string::npos) << line << original;
+    }
     // Rebind every device class, then take the stored form back.
     evaluator.find("fire")->clearTranslators();
     evaluator.find("x")->clearKeyTranslators(-1);
     new KeyTranslator(evaluator.find("shield"), SDLK_TAB, ksDown, 1.0f);
     new JoyButtonTranslator(evaluator.find("x"), 1, 1, ksDefault, 1.0f);
-    EXPECT_TRUE(restore(original).empty());
-    EXPECT_EQ(stored(evaluator), original);
-}
+    EXPECT_EQ(restore(original), "");
+    EXPECT_EQ(stored(), original);
 
-TEST_F(Bindings, StoredBindingsOnlyTouchTheTriggersTheyName) {
-    define(DEFINITION);
-    EXPECT_EQ(restore(R"(<controls name="single">
-      <trigger name="fire"><keyTranslator key="f" value="1"/></trigger>
-      <axis name="ghost"><keyTranslator key="g"/></axis>
-      <binding name="x"/>
-    </controls>)"),
-              (std::vector<std::string>{WARNING + "Stored bindings for unknown trigger \"ghost\" skipped.",
-                                        WARNING + "Unknown element \"binding\" in stored bindings skipped."}));
+    // Stored bindings only touch the triggers they name.
+    EXPECT_EQ(restore(R"(<controls><trigger name="fire"><keyTranslator key="f" value="1"/></trigger>
+      <axis name="ghost"><keyTranslator key="g"/></axis><binding name="x"/></controls>)"),
+              WARNING + "Stored bindings for unknown trigger \"ghost\" skipped.\n" + WARNING +
+                  "Unknown element \"binding\" in stored bindings skipped.\n");
     EXPECT_EQ(evaluator.find("fire")->keysToString(0), "f");
     EXPECT_TRUE(evaluator.mouseButtonTranslators.empty() && evaluator.joyButtonTranslators.empty());
     EXPECT_EQ(evaluator.find("x")->translators.size(), 3u);
 }
 
-TEST_F(Bindings, BadKeyNamesAreReportedAndTheOtherBindingsStillLoad) {
-    EXPECT_EQ(define(R"(<inputEvaluator><trigger code="1" name="t">
-        <keyTranslator/><keyTranslator key="]"/><keyTranslator key="a"/>
-      </trigger></inputEvaluator>)"),
-              (std::vector<std::string>{WARNING + " is no valid key identifier.",
-                                        WARNING + "] is no valid key identifier."}));
-    Trigger* t = evaluator.find("t");
-    EXPECT_EQ(t->keysToString(0), "a");
-
-    // A captured key without a name is stored with an empty name and dropped when read back.
-    new KeyTranslator(t, static_cast<SDLKey>(200), ksDefault, 1.0f);
-    EXPECT_EQ(t->keysToString(0), "a;");
-    const std::string withUnnamed = stored(evaluator);
-    EXPECT_NE(withUnnamed.find("<keyTranslator key=\"\" value=\"1\"/>"), std::string::npos);
-    EXPECT_EQ(restore(withUnnamed), (std::vector<std::string>{WARNING + " is no valid key identifier."}));
-    EXPECT_EQ(t->keysToString(0), "a");
-}
-
-TEST_F(Bindings, LabelsJoinTheSelectedBindings) {
-    Trigger* x = new Trigger(&evaluator, 1, "x", "", 1.0f);
-    new KeyTranslator(x, SDLK_LEFT, ksDefault, -1.0f);
-    new KeyTranslator(x, SDLK_a, ksDefault, -1.0f);
-    new KeyTranslator(x, SDLK_RIGHT, ksDefault, 1.0f);
+TEST_F(Bindings, BadKeyNamesAreReportedAndLabelsJoinTheSelectedBindings) {
+    EXPECT_EQ(define(R"(<inputEvaluator><axis code="1" name="x">
+        <keyTranslator/><keyTranslator key="]"/><keyTranslator key="left" value="-1"/><keyTranslator key="a" value="-1"/>
+      </axis></inputEvaluator>)"),
+              WARNING + " is no valid key identifier.\n" + WARNING + "] is no valid key identifier.\n");
+    Trigger* x = evaluator.find("x");
     EXPECT_EQ(x->joyToString(0, 0), "");
+    new KeyTranslator(x, SDLK_RIGHT, ksDefault, 1.0f);
     new JoyAxisTranslator(x, 0, 1, -1, 4000, 30000);
     new JoyButtonTranslator(x, 0, 3, ksDefault, 1.0f);
     new JoyAxisTranslator(x, 1, 2, 0, 4000, 30000);
@@ -171,17 +118,25 @@ TEST_F(Bindings, LabelsJoinTheSelectedBindings) {
     EXPECT_EQ(x->joyToString(-1, 0), "Joy 0; Axis 1 -;Joy 0; Btn 3");
     EXPECT_EQ(x->joyToString(1, 1), "Joy 0; Btn 3");
     EXPECT_EQ(x->joyAxisToString(0), "Joy 0; Axis 1 -;Joy 1; Axis 2");
+
+    // A captured key without a name is stored with an empty name and dropped when read back.
+    x->clearTranslators();
+    new KeyTranslator(x, SDLK_a, ksDefault, 1.0f);
+    new KeyTranslator(x, static_cast<SDLKey>(200), ksDefault, 1.0f);
+    EXPECT_EQ(x->keysToString(0), "a;");
+    const std::string withUnnamed = stored();
+    EXPECT_NE(withUnnamed.find("<keyTranslator key=\"\" value=\"1\"/>"), std::string::npos);
+    EXPECT_EQ(restore(withUnnamed), WARNING + " is no valid key identifier.\n");
+    EXPECT_EQ(x->keysToString(0), "a");
 }
 
 TEST_F(Bindings, HostileDefinitionsAreReportedAndNeverHalfApplied) {
-    const std::vector<std::string> log = define(R"(<inputEvaluator>
+    const std::string log = define(R"(<inputEvaluator>
       <trigger><keyTranslator key="a" value="nan"/></trigger>
       <trigger code="99999999999" name="huge"/>
       <axis name="wild" max="inf" defaultKeyState="sideways" data="12345678901234">
-        <joyAxisTranslator joy="70000" axis="1"/>
-        <joyAxisTranslator axis="300"/>
-        <mouseAxisTranslator direction="5"/>
-        <joyButtonTranslator button="-40000"/>
+        <joyAxisTranslator joy="70000" axis="1"/><joyAxisTranslator axis="300"/>
+        <mouseAxisTranslator direction="5"/><joyButtonTranslator button="-40000"/>
         <mouseButtonTranslator button="256"/>
         <joyAxisTranslator min="-99999999999999999999"/>
         <keyTranslator key="b" state="upwards"/>
@@ -190,16 +145,16 @@ TEST_F(Bindings, HostileDefinitionsAreReportedAndNeverHalfApplied) {
       </axis>
       <loop var="i" from="0" to="9"/>
     </inputEvaluator>)");
-    ASSERT_EQ(log.size(), 15u);
-    EXPECT_EQ(log[0], WARNING + "Input definition: trigger without a name.");
-    EXPECT_EQ(log[1], WARNING + "Trigger \"\": keyTranslator value is not a number, binding skipped.");
-    EXPECT_EQ(log[2], WARNING + "Trigger \"huge\": code 99999999999 is out of range, element skipped.");
-    EXPECT_EQ(log[5], WARNING + "Trigger \"wild\": joyAxisTranslator joy 70000 is out of range, binding skipped.");
-    EXPECT_EQ(log[10], WARNING + "Trigger \"wild\": joyAxisTranslator min -9223372036854775808 is out of range, "
-                                 "binding skipped.");
-    EXPECT_EQ(log[12], WARNING + "Trigger \"wild\": unknown binding element \"rumble\" skipped.");
-    EXPECT_EQ(log[14], WARNING + "Unknown element \"loop\" in input definition skipped.");
-
+    for (const std::string line :
+         {"Input definition: trigger without a name.",
+          "Trigger \"\": keyTranslator value is not a number, binding skipped.",
+          "Trigger \"huge\": code 99999999999 is out of range, element skipped.",
+          "Trigger \"wild\": joyAxisTranslator joy 70000 is out of range, binding skipped.",
+          "Trigger \"wild\": joyAxisTranslator min -9223372036854775808 is out of range, binding skipped.",
+          "Trigger \"wild\": unknown binding element \"rumble\" skipped.",
+          "Unknown element \"loop\" in input definition skipped."}) {
+        EXPECT_NE(log.find(WARNING + line + "\n"), std::string::npos) << line << "\n" << log;
+    }
     EXPECT_EQ(evaluator.size(), 2);
     const Trigger* wild = evaluator.find("wild");
     EXPECT_EQ(wild->maxValue, 1.0f);
@@ -208,19 +163,15 @@ TEST_F(Bindings, HostileDefinitionsAreReportedAndNeverHalfApplied) {
     // which saturates instead of dividing by zero.
     ASSERT_EQ(wild->translators.size(), 2u);
     ControlQueue q;
-    SDL_Event motion{};
-    motion.type = SDL_MOUSEMOTION;
-    motion.motion.xrel = 7;
-    EXPECT_TRUE(evaluator.evaluate(motion, &q));
+    EXPECT_TRUE(evaluator.evaluate(mouseMotionEvent(0, 0, 7, 0), &q));
     EXPECT_EQ(wild->value, 1.0f);
 }
 
 TEST_F(Bindings, ResourceManagerMakesInputEvaluatorsFromTheirElement) {
-    ResourceManager manager;
+    OwningManager manager;
     manager.load(writeFile("resources.xml", std::string("<resources>") + DEFINITION + "</resources>"), "");
-    auto* loaded = dynamic_cast<InputEvaluator*>(manager.banks["evaluatorGamePlayer"]);
+    auto* loaded = manager.get<InputEvaluator>("evaluatorGamePlayer");
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->size(), 3);
     EXPECT_EQ(resourceBankGenerator.generateBank("InputEvaluator"), nullptr);
-    delete loaded;  // the manager never destroys its banks
 }

@@ -4,13 +4,11 @@
 
 #include <string>
 
-#include "events.h"
+#include "support/events.h"
 
 using namespace norvane;
 
 namespace {
-
-Trigger* fake(uintptr_t id) { return reinterpret_cast<Trigger*>(id); }
 
 // Notes every call in `journal`, fires `fires` for every event and claims the event when told to.
 class Recorder : public Evaluator {
@@ -18,7 +16,7 @@ public:
     Recorder(std::string name, std::vector<std::string>& journal, Trigger* fires, bool claims)
         : name(std::move(name)), journal(journal), fires(fires), claims(claims) {}
     bool evaluate(const SDL_Event& event, ControlQueue* queue) override {
-        journal.push_back(name + " " + std::to_string(event.type));
+        journal.push_back(name + (event.type == SDL_KEYDOWN ? " down" : " up"));
         if (fires) *queue << fires;
         return claims;
     }
@@ -31,89 +29,51 @@ public:
     bool claims;
 };
 
-void push(Uint8 type, Uint8 focusState = 0, Uint8 gain = 0) {
+SDL_Event focusEvent(Uint8 state, Uint8 gain) {
     SDL_Event event{};
-    event.type = type;
-    event.active.state = focusState;
+    event.type = SDL_ACTIVEEVENT;
+    event.active.state = state;
     event.active.gain = gain;
-    ASSERT_EQ(SDL_PushEvent(&event), 0);
+    return event;
 }
 
-class Queue : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError(); }
-    void TearDown() override { SDL_Quit(); }
-
-    std::vector<std::string> journal;
-    ControlQueue q;
-};
-
-const std::string KEYDOWN = std::to_string(SDL_KEYDOWN);
-const std::string KEYUP = std::to_string(SDL_KEYUP);
+using Journal = std::vector<std::string>;
+using Queue = EventQueueTest;
 
 }  // namespace
 
-TEST_F(Queue, QuitIsReportedButNeverOfferedAndTheOtherEventsStillArriveInOrder) {
-    Recorder back("back", journal, fake(1), true);
-    q.push(&back);
-    push(SDL_KEYDOWN);
-    push(SDL_QUIT);
-    push(SDL_KEYUP);
-    EXPECT_FALSE(q.readEvents());
-    EXPECT_EQ(journal, (std::vector<std::string>{"back " + KEYDOWN, "back " + KEYUP}));
-    EXPECT_EQ(drain(q).size(), 2u);
-    EXPECT_TRUE(q.readEvents());
-}
-
-TEST_F(Queue, FocusTriggersComeBeforeWhatTheEvaluatorsFireForTheSameEvent) {
-    Recorder back("back", journal, fake(7), false);
-    q.push(&back);
-    q.focusLostTrigger = fake(1);
-    q.focusGainedTrigger = fake(2);
-    push(SDL_ACTIVEEVENT, SDL_APPINPUTFOCUS, 0);
-    push(SDL_ACTIVEEVENT, SDL_APPACTIVE, 1);
-    push(SDL_ACTIVEEVENT, SDL_APPMOUSEFOCUS, 0);  // the pointer leaving is no loss of focus
-    q.readEvents();
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{fake(1), fake(7), fake(2), fake(7), fake(7)}));
-
-    q.focusLostTrigger = nullptr;
-    push(SDL_ACTIVEEVENT, SDL_APPINPUTFOCUS | SDL_APPACTIVE, 0);
-    q.readEvents();
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{fake(7)}));
-}
-
-TEST_F(Queue, FirstEnabledConsumerWinsAndOnlyFlushReachesDisabledEvaluators) {
-    Recorder back("back", journal, fake(1), true);
-    Recorder front("front", journal, fake(2), true);
+TEST_F(Queue, FirstEnabledConsumerWinsQuitIsOnlyReportedAndFlushReachesEveryone) {
+    Journal journal;
+    Recorder back("back", journal, fakeTrigger(1), true);
+    Recorder front("front", journal, fakeTrigger(2), true);
     Recorder passing("passing", journal, nullptr, false);
     q.push(&back);
     q.push(&front);
     q.push(&passing);  // added last: asked first
-    push(SDL_KEYDOWN);
-    q.readEvents();
+    push(keyEvent(SDLK_a, true));
+    push(SDL_Event{SDL_QUIT});
+    push(keyEvent(SDLK_a, true));  // still read after the quit
+    EXPECT_FALSE(q.readEvents());
     front.enabled = false;
-    push(SDL_KEYUP);
-    q.readEvents();
+    EXPECT_EQ(deliver(keyEvent(SDLK_a, false)),
+              (std::vector<Trigger*>{fakeTrigger(2), fakeTrigger(2), fakeTrigger(1)}));
     q.perform(16.0f);
     q.flush();
-    EXPECT_EQ(journal, (std::vector<std::string>{"passing " + KEYDOWN, "front " + KEYDOWN, "passing " + KEYUP,
-                                                 "back " + KEYUP, "passing perform", "back perform", "passing flush",
-                                                 "front flush", "back flush"}));
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{fake(2), fake(1)}));  // flushing left the FIFO alone
+    EXPECT_EQ(journal, (Journal{"passing down", "front down", "passing down", "front down", "passing up", "back up",
+                                "passing perform",
+                                "back perform", "passing flush", "front flush", "back flush"}));
 }
 
-TEST_F(Queue, FifoKeepsOrderWhenNeverDrainedToTheEnd) {
-    // Such a queue is compacted now and then; the order must survive that.
-    uintptr_t next = 1, expected = 1;
-    Trigger* t = nullptr;
-    for (int round = 0; round < 50; ++round) {
-        for (int i = 0; i < 7; ++i) q << fake(next++);
-        for (int i = 0; i < 5; ++i) {
-            q >> t;
-            ASSERT_EQ(t, fake(expected++));
-        }
-    }
-    while (q >> t, t) ASSERT_EQ(t, fake(expected++));
-    EXPECT_EQ(expected, next);
-    EXPECT_TRUE(q.isEmpty());
+TEST_F(Queue, FocusTriggersComeBeforeWhatTheEvaluatorsFireForTheSameEvent) {
+    Journal journal;
+    Recorder back("back", journal, fakeTrigger(7), false);
+    q.push(&back);
+    q.focusLostTrigger = fakeTrigger(1);
+    q.focusGainedTrigger = fakeTrigger(2);
+    push(focusEvent(SDL_APPINPUTFOCUS, 0));
+    push(focusEvent(SDL_APPACTIVE, 1));
+    EXPECT_EQ(deliver(focusEvent(SDL_APPMOUSEFOCUS, 0)),  // the pointer leaving is no loss of focus
+              (std::vector<Trigger*>{fakeTrigger(1), fakeTrigger(7), fakeTrigger(2), fakeTrigger(7), fakeTrigger(7)}));
+    q.focusLostTrigger = nullptr;
+    EXPECT_EQ(deliver(focusEvent(SDL_APPINPUTFOCUS | SDL_APPACTIVE, 0)), (std::vector<Trigger*>{fakeTrigger(7)}));
 }

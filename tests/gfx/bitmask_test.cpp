@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "support/files.h"
 #include "support/surfaces.h"
 
 using norvane::basic_Rect;
@@ -63,7 +64,7 @@ int bruteLargestSolidArea(const Bitmask& m) {
 
 }  // namespace
 
-TEST(Bitmask, SolidMeansAlphaOver256ths) {
+TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
     struct Case {
         Uint8 alpha;
         float threshold;
@@ -73,39 +74,34 @@ TEST(Bitmask, SolidMeansAlphaOver256ths) {
     for (const Case& c : cases) {
         SurfacePtr surface = makeRgbaSurface(1, 1);
         setPixel(surface.get(), 0, 0, 10, 20, 30, c.alpha);
-        const Bitmask mask(surface.get(), c.threshold, false);
-        EXPECT_EQ(mask.at(0, 0), c.solid) << "alpha " << int(c.alpha) << " threshold " << c.threshold;
+        EXPECT_EQ(Bitmask(surface.get(), c.threshold, false).at(0, 0), c.solid) << int(c.alpha) << " " << c.threshold;
     }
-}
-
-TEST(Bitmask, RowsStartOnWordsWithTheLeftmostPixelHighest) {
     SurfacePtr surface = makeRgbaSurface(40, 10);
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 40; ++x) setPixel(surface.get(), x, y, 0, 0, 0, 255);
-    const Bitmask mask(surface.get(), 0.5f, false);
-    ASSERT_EQ(mask.getSize(), 20);
-    for (int i = 0; i < 20; i += 2) {
-        EXPECT_EQ(mask.getBits()[i], 0xFFFFFFFFu);
-        EXPECT_EQ(mask.getBits()[i + 1], 0xFF000000u);
-    }
-    expectRect(mask.getOuterBoundingBox(), 0, 0, 40, 10);
-    expectRect(mask.getInnerBoundingBox(), 0, 0, 40, 10);
-
+    SDL_FillRect(surface.get(), nullptr, SDL_MapRGBA(surface->format, 0, 0, 0, 255));
+    const Bitmask full(surface.get(), 0.5f, false);
+    ASSERT_EQ(full.getSize(), 20);
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(full.getBits()[i], i % 2 ? 0xFF000000u : 0xFFFFFFFFu) << i;
+    expectRect(full.getOuterBoundingBox(), 0, 0, 40, 10);
+    expectRect(full.getInnerBoundingBox(), 0, 0, 40, 10);
     const Bitmask single(surfaceFromPicture({"..#", "..."}).get(), 0.5f, false);
     EXPECT_EQ(single.getBits()[0], 0x20000000u);
     EXPECT_EQ(single.getBits()[1], 0u);
-}
 
-TEST(Bitmask, BoundingBoxesOfHandMadeMasks) {
     const Bitmask empty(surfaceFromPicture({"....", "....", "...."}).get(), 0.5f, false);
     expectRect(empty.getOuterBoundingBox(), 4, 3, -3, -2);
     expectRect(empty.getInnerBoundingBox(), 0, 0, 0, 0);
-    for (int i = 0; i < empty.getSize(); ++i) EXPECT_EQ(empty.getBits()[i], 0u);
-
     // The horizontal bar is complete in row 1, before the vertical bar of equal area.
     const Bitmask plus(surfaceFromPicture({".#.", "###", ".#."}).get(), 0.5f, false);
     expectRect(plus.getOuterBoundingBox(), 0, 0, 3, 3);
     expectRect(plus.getInnerBoundingBox(), 0, 1, 3, 1);
+
+    // Only 32-bit surfaces have solid pixels.
+    SurfacePtr rgb(SDL_CreateRGBSurface(SDL_SWSURFACE, 3, 2, 24, 0xFF, 0xFF00, 0xFF0000, 0));
+    SDL_FillRect(rgb.get(), nullptr, 0xFFFFFF);
+    EXPECT_EQ(captured([&] { EXPECT_FALSE(Bitmask(rgb.get(), 0.0f, false).at(0, 0)); }), "");
+    SurfacePtr palette(SDL_CreateRGBSurface(SDL_SWSURFACE, 2, 1, 8, 0, 0, 0, 0));
+    EXPECT_EQ(captured([&] { EXPECT_FALSE(Bitmask(palette.get(), 0.0f, false).at(1, 0)); }),
+              "[bitmask] Can't handle 8 bits per pixel.\n[bitmask] Can't handle 8 bits per pixel.\n");
 }
 
 TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
@@ -118,23 +114,6 @@ TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
         EXPECT_TRUE(allSolid(mask, inner)) << "seed " << seed;
     }
     norvane::gfx::clearBitmaskCache();
-}
-
-TEST(Bitmask, OnlyThirtyTwoBitSurfacesHaveSolidPixels) {
-    SurfacePtr rgb(SDL_CreateRGBSurface(SDL_SWSURFACE, 3, 2, 24, 0xFF, 0xFF00, 0xFF0000, 0));
-    SDL_FillRect(rgb.get(), nullptr, 0xFFFFFF);
-    testing::internal::CaptureStdout();
-    const Bitmask fromRgb(rgb.get(), 0.0f, false);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_FALSE(fromRgb.at(0, 0));
-    expectRect(fromRgb.getOuterBoundingBox(), 3, 2, -2, -1);
-
-    SurfacePtr palette(SDL_CreateRGBSurface(SDL_SWSURFACE, 2, 1, 8, 0, 0, 0, 0));
-    testing::internal::CaptureStdout();
-    const Bitmask fromPalette(palette.get(), 0.0f, false);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "[bitmask] Can't handle 8 bits per pixel.\n[bitmask] Can't handle 8 bits per pixel.\n");
-    EXPECT_FALSE(fromPalette.at(1, 0));
 }
 
 TEST(Bitmask, CollisionMatchesBruteForceAtEveryOffset) {

@@ -1,36 +1,16 @@
 #ifndef TESTS_GFX_IMAGE_FILES_H
 #define TESTS_GFX_IMAGE_FILES_H
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
-#include "files/sysdirs.h"
 #include "screenshot.h"
+#include "support/files.h"
 #include "support/surfaces.h"
 
-// Scratch files of the gfx tests, below TEST_TMP_DIR/gfx/.
-inline std::string gfxPath(const std::string& name) {
-    const std::string path = std::string(TEST_TMP_DIR) + "/gfx/" + name;
-    norvane::mkdirs(path);
+inline std::string writePng(const std::string& name, const SurfacePtr& surface) {
+    const std::string path = scratchPath(name);
+    norvane::savePng(surface.get(), path.c_str());
     return path;
-}
-
-inline std::string writePngFile(const std::string& name, SDL_Surface* surface) {
-    const std::string path = gfxPath(name);
-    norvane::savePng(surface, path.c_str());
-    return path;
-}
-
-inline std::string writeFile(const std::string& name, const std::string& bytes) {
-    const std::string path = gfxPath(name);
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path;
-}
-
-inline std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 // Quarters, as seen with the top row up: red and white above, blue and half-transparent green below.

@@ -2,11 +2,7 @@
 #include <SDL/SDL.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <memory>
-
 #include "controls/queue.h"
-#include "files/sysdirs.h"
 #include "gfx/imagebank.h"
 #include "gui/containers.h"
 #include "gui/lists.h"
@@ -16,6 +12,7 @@
 #include "rendercontext.h"
 #include "screenshot.h"
 #include "sprites/sprites.h"
+#include "support/manager.h"
 #include "support/window.h"
 
 using namespace norvane;
@@ -23,16 +20,12 @@ using namespace norvane::gui;
 
 namespace {
 
-const std::string DIR = TEST_TMP_DIR "/gui/drawing/";
-
 // A solid RGBA image file of the given size.
 void writeImage(const std::string& name, int size, Uint32 rgba) {
-    std::unique_ptr<SDL_Surface, decltype(&SDL_FreeSurface)> surface(
-        SDL_CreateRGBSurface(SDL_SWSURFACE, size, size, 32, 0x000000FF, 0x0000FF00, 0x00FF0000, 0xFF000000),
-        SDL_FreeSurface);
+    SurfacePtr surface = makeRgbaSurface(size, size);
     SDL_FillRect(surface.get(), nullptr,
                  SDL_MapRGBA(surface->format, rgba >> 24, (rgba >> 16) & 0xFF, (rgba >> 8) & 0xFF, rgba & 0xFF));
-    savePng(surface.get(), (DIR + name).c_str());
+    savePng(surface.get(), scratchPath(name).c_str());
 }
 
 // A 10 x 10 half-red square above and right of its position, added to what lies below it.
@@ -75,32 +68,28 @@ class Drawing : public WindowTest {
 protected:
     void SetUp() override {
         WindowTest::SetUp();
-        mkdirs(DIR);
         writeImage("edge.png", 8, 0x0000FFFF);
         writeImage("center.png", 16, 0x102010FF);
         writeImage("marker.png", 8, 0xFFFF00FF);
         // A font whose glyphs A, B, C and _ are solid 6 x 8 blocks, one unit apart.
-        mkdirs(DIR + "font/");
         writeImage("font/glyphs.png", 32, 0xFFFFFFFF);
-        std::ofstream(DIR + "font/bitmapfont.xml")
-            << "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
-               "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
-               "<char char=\"C\"/><char char=\"_\"/></line></image></bitmapfont>";
-        std::ofstream(DIR + "resources.xml")
-            << "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
-               "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
-               "<image name=\"center\" filename=\"center.png\"/><image name=\"marker\" filename=\"marker.png\"/>"
-               "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\" width=\"800\" height=\"600\" visible=\"true\">"
-            << STYLES << WIDGETS << "</gui></resources>";
-        manager.load(DIR + "resources.xml", "");
-        dynamic_cast<gfx::ImageBank*>(manager.banks["guiImages"])->refresh(nullptr);
-        gui = dynamic_cast<GUI*>(manager.banks["gui"]);
+        writeFile("font/bitmapfont.xml",
+                  "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
+                  "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
+                  "<char char=\"C\"/><char char=\"_\"/></line></image></bitmapfont>");
+        manager.load(writeFile("resources.xml",
+                               std::string("<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
+                                           "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
+                                           "<image name=\"center\" filename=\"center.png\"/>"
+                                           "<image name=\"marker\" filename=\"marker.png\"/></images>"
+                                           "<gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
+                                           " width=\"800\" height=\"600\" visible=\"true\">") +
+                                   STYLES + WIDGETS + "</gui></resources>"),
+                     "");
+        manager.get<gfx::ImageBank>("guiImages")->refresh(nullptr);
+        gui = manager.get<GUI>("gui");
         ASSERT_NE(gui, nullptr);
         gui->setActive(true);
-    }
-    void TearDown() override {
-        dynamic_cast<gfx::ImageBank*>(manager.banks["guiImages"])->release();
-        for (auto& bank : manager.banks) delete bank.second;
     }
 
     // Draws `c` alone where the whole GUI would draw it, after giving it the focus: only one
@@ -162,7 +151,7 @@ protected:
         "<LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\" imageHorizontal=\"left\"/>"
         "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
 
-    ResourceManager manager;
+    OwningManager manager;
     GUI* gui = nullptr;
     ControlQueue q;
 };
@@ -170,10 +159,7 @@ protected:
 }  // namespace
 
 TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
-    RenderContext2D context({800, 600});
-    context.apply();
-    setClearColor(Color(0, 0, 0, 1));
-    clearScreen();
+    begin2D(Color(0, 0, 0, 1));
     resetCursor();
     at("b1")->mouseDown(&q, {1, 1}, 1);  // a repeating button stays down without the focus
     auto* fromDefinition = dynamic_cast<sprites::ImageSprite*>(gui->getMouseCursor());
@@ -182,18 +168,10 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     EXPECT_FLOAT_EQ(fromDefinition->position.x, 400);
     gui->setMouseCursor(new AddingCursor);
     gui->draw();
-    drawHot(at("b2"), false);
-    drawHot(at("b3"), true);
-    drawHot(at("c2"), false);
-    drawHot(at("c3"), true);
-    drawHot(at("k2"), false);
-    drawHot(at("k3"), true);
-    drawHot(at("d2"), false);
-    drawHot(at("d3"), true);
-    drawHot(at("s2"), false);
-    drawHot(at("t2"), false);
+    for (const char* name : {"b2", "c2", "k2", "d2", "s2", "t2"}) drawHot(at(name), false);
+    for (const char* name : {"b3", "c3", "k3", "d3"}) drawHot(at(name), true);
     glFinish();
-    saveScreenshot((DIR + "widgets.png").c_str());
+    saveScreenshot(scratchPath("widgets.png").c_str());
 
     // Widget centres, in window pixels: the pane sits at (20, 20).
     auto centre = [&](const char* name) {
@@ -201,55 +179,44 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         return std::pair<int, int>(int(20 + c->getPos().x + c->getDimensions().x / 2),
                                    int(20 + c->getPos().y + c->getDimensions().y / 2));
     };
-    auto colourAt = [&](const char* name) {
-        const auto [x, y] = centre(name);
-        return pixel(x, y);
+    // Columns: resting, pressed, hot, pressed and hot; rows: buttons, unchecked and checked
+    // boxes, lists, text fields; dropdown lists carry the marker in the middle of their box.
+    const std::pair<const char*, Uint32> centres[] = {
+        {"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080}, {"c0", 0x404040},
+        {"c2", 0x008000}, {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060}, {"k3", 0x600060},
+        {"d0", 0xFFFF00}, {"t0", 0x404040}, {"t2", 0x008000}, {"s3", 0x404040},  // the vertical slider half way up
+        {"fontless", 0xFFFF00}};  // a label without a font style: its image in the middle
+    for (const auto& [name, colour] : centres) EXPECT_EQ(pixel(centre(name).first, centre(name).second), colour) << name;
+    const struct {
+        int x, y;
+        Uint32 colour;
+        const char* what;
+    } pixels[] = {
+        {255, 535, 0xFF0000, "the cursor, over everything, with its own blending"},
+        {270, 535, 0x800000, "b1 beside the cursor"},
+        {20 + 20 - 1, 20 + 515, 0xFFFFFF, "the bevel: light on the left"},
+        {20 + 80, 20 + 500 - 1, 0x000000, "the bevel: dark below"},
+        {centre("d0").first - 10, centre("d0").second, 0x404040, "d0's box beside the marker"},
+        {centre("d3").first - 10, centre("d3").second, 0x000080, "d3's box beside the marker"},
+        {20 + 20 + 150, 20 + 270, 0x303030, "s0's bar"},
+        {20 + 20 + 30, 20 + 270, 0x404040, "s0's handle at 0, after the dec button"},
+        {20 + 340 + 270, 20 + 270, 0x008000, "s2's handle at 10, hot"},
+        {20 + 670, 20 + 210, 0x303030, "s3's bar"},
+        {40 + 3, 520 + 15, 0xFFFFFF, "A of b0's AB, vertically centred at its left edge"},
+        {40 + 6, 520 + 15, 0x404040, "the unit between the glyphs"},
+        {40 + 10, 520 + 15, 0xFFFFFF, "B"},
+        {40 + 3, 520 + 8, 0x404040, "below the glyphs"},
+        {360 + 3, 220 + 15, 0xFFFFFF, "t2's C"},
+        {360 + 10, 220 + 15, 0xFFFFFF, "the focused field's _"},
+        {40 + 10, 220 + 15, 0x404040, "no _ without the focus"},
+        {40 + 4, 160 + 15, 0xFFFF00, "the label's marker at its left edge"},
+        {40 + 8 + 3, 160 + 15, 0xFFFFFF, "the label's text right of it"},
+        {16, 300, 0x0000FF, "the textured frame's edges outside the pane"},
+        {400, 584, 0x0000FF, "upper edge"},
+        {16, 16, 0x0000FF, "lower left corner"},
+        {400, 30, 0x102010, "the stretched centre inside"},
+        {20 + 20 + 90, 20 + 80, 0x404040, "a child inside its container"},
+        {20 + 20 + 110, 20 + 80, 0x102010, "and clipped at the container's right edge"},
     };
-    EXPECT_EQ(colourAt("b0"), 0x404040u);
-    EXPECT_EQ(colourAt("b1"), 0x800000u);
-    EXPECT_EQ(pixel(255, 535), 0xFF0000u);  // the cursor, over everything, with its own blending
-    EXPECT_EQ(pixel(270, 535), 0x800000u);
-    EXPECT_EQ(colourAt("b2"), 0x008000u);
-    EXPECT_EQ(colourAt("b3"), 0x000080u);
-    EXPECT_EQ(pixel(20 + 20 - 1, 20 + 515), 0xFFFFFFu);  // the bevel: light on the left
-    EXPECT_EQ(pixel(20 + 80, 20 + 500 - 1), 0x000000u);  // dark below
-    EXPECT_EQ(colourAt("c0"), 0x404040u);
-    EXPECT_EQ(colourAt("c2"), 0x008000u);
-    EXPECT_EQ(colourAt("c3"), 0x000080u);
-    EXPECT_EQ(colourAt("k0"), 0x606000u);
-    EXPECT_EQ(colourAt("k2"), 0x006060u);
-    EXPECT_EQ(colourAt("k3"), 0x600060u);
-    // Dropdown lists carry the 8 x 8 marker in the middle of their box.
-    EXPECT_EQ(colourAt("d0"), 0xFFFF00u);
-    EXPECT_EQ(pixel(centre("d0").first - 10, centre("d0").second), 0x404040u);
-    EXPECT_EQ(pixel(centre("d3").first - 10, centre("d3").second), 0x000080u);
-    // Sliders: the bar, the handle at each end, and the step buttons' boxes.
-    EXPECT_EQ(pixel(20 + 20 + 150, 20 + 270), 0x303030u);
-    EXPECT_EQ(pixel(20 + 20 + 30, 20 + 270), 0x404040u);   // s0's handle at 0, after the dec button
-    EXPECT_EQ(pixel(20 + 340 + 270, 20 + 270), 0x008000u);  // s2's at 10, hot
-    EXPECT_EQ(colourAt("s3"), 0x404040u);                   // the vertical one half way up
-    EXPECT_EQ(pixel(20 + 670, 20 + 210), 0x303030u);
-    EXPECT_EQ(colourAt("t0"), 0x404040u);
-    EXPECT_EQ(colourAt("t2"), 0x008000u);
-    // Text, vertically centred: "AB" of b0 at its left edge, "C" and the focused field's "_".
-    EXPECT_EQ(pixel(40 + 3, 520 + 15), 0xFFFFFFu);
-    EXPECT_EQ(pixel(40 + 6, 520 + 15), 0x404040u);  // the unit between the glyphs
-    EXPECT_EQ(pixel(40 + 10, 520 + 15), 0xFFFFFFu);
-    EXPECT_EQ(pixel(40 + 3, 520 + 8), 0x404040u);  // below the glyphs
-    EXPECT_EQ(pixel(360 + 3, 220 + 15), 0xFFFFFFu);
-    EXPECT_EQ(pixel(360 + 10, 220 + 15), 0xFFFFFFu);
-    EXPECT_EQ(pixel(40 + 10, 220 + 15), 0x404040u);  // no "_" without the focus
-    // The label's marker at its left edge, its text right of it; without a font style the
-    // marker goes in the middle.
-    EXPECT_EQ(pixel(40 + 4, 160 + 15), 0xFFFF00u);
-    EXPECT_EQ(pixel(40 + 8 + 3, 160 + 15), 0xFFFFFFu);
-    EXPECT_EQ(colourAt("fontless"), 0xFFFF00u);
-    // The textured frame: blue edges outside the pane, the stretched centre inside.
-    EXPECT_EQ(pixel(16, 300), 0x0000FFu);
-    EXPECT_EQ(pixel(400, 584), 0x0000FFu);
-    EXPECT_EQ(pixel(16, 16), 0x0000FFu);
-    EXPECT_EQ(pixel(400, 30), 0x102010u);
-    // A child is clipped to its container: the button stops at the small pane's right edge.
-    EXPECT_EQ(pixel(20 + 20 + 90, 20 + 80), 0x404040u);
-    EXPECT_EQ(pixel(20 + 20 + 110, 20 + 80), 0x102010u);
+    for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.what;
 }

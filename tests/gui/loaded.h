@@ -3,40 +3,72 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "controls/inputevaluator.h"
-#include "controls/queue.h"
 #include "gui/probe.h"
 #include "gui/root.h"
-#include "resources/manager.h"
-
-namespace loaded {
+#include "screen.h"
+#include "support/events.h"
+#include "support/files.h"
+#include "support/manager.h"
 
 // A GUI read from a definition beside the input evaluator "menu", whose triggers t1 .. t9 have the
 // codes 1 .. 9 and the data 100 + code. Active, visible, 640 x 480, with a counting callback.
 class LoadedGui : public ::testing::Test {
 protected:
-    void TearDown() override;
-    norvane::gui::GUI* load(const std::string& guiContent);
+    norvane::gui::GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {
+        std::ostringstream out;
+        out << "<resources><inputEvaluator name=\"menu\">";
+        for (int code = 1; code <= 9; ++code) {
+            out << "<trigger code=\"" << code << "\" name=\"t" << code << "\" data=\"" << 100 + code << "\"/>";
+        }
+        out << "</inputEvaluator><gui name=\"gui\" width=\"640\" height=\"480\" visible=\"true\"" << guiAttributes
+            << ">" << guiContent << "</gui></resources>";
+        const std::string path = writeFile("gui.xml", out.str());
+        log = captured([&] { manager.load(path, ""); });
+        gui = manager.get<norvane::gui::GUI>("gui");
+        if (!gui) return nullptr;
+        gui->setActive(true);
+        gui->setCallback(&callback);
+        norvane::vpScreen = {0, 0, 640, 480};
+        q.push(gui);
+        return gui;
+    }
     // Codes of the triggers fired since the last call; data is checked on the way.
-    std::vector<int> fired();
-    // Offers `event` to the queue as the control queue does for SDL's events.
+    std::vector<int> fired() {
+        std::vector<int> codes;
+        for (norvane::Trigger* t : drain(q)) {
+            EXPECT_EQ(t->data, 100 + t->code) << t->name;
+            codes.push_back(t->code);
+        }
+        return codes;
+    }
     void send(const SDL_Event& event) { q << event; }
-    void key(SDLKey key, Uint16 unicode = 0);  // down and up
+    void key(SDLKey sym, Uint16 unicode = 0) {  // down and up
+        send(keyEvent(sym, true, unicode));
+        send(keyEvent(sym, false));
+    }
+    norvane::Trigger* trigger(const std::string& name) { return manager.get<norvane::InputEvaluator>("menu")->find(name); }
     template <typename T>
     T* get(const std::string& name) {
         return dynamic_cast<T*>((*gui)[name]);
     }
+    // Mouse button `b` at (dx, dy) inside `c`, in window coordinates (y downward).
+    void click(const norvane::gui::Component* c, bool down, float dx = 5, float dy = 5, Uint8 b = 1) {
+        send(mouseButtonEvent(b, down, Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));
+    }
+    void moveTo(const norvane::gui::Component* c, float dx = 5, float dy = 5) {
+        send(mouseMotionEvent(Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));
+    }
 
-    norvane::ResourceManager manager;
+    Callback callback;  // outlives the GUI
+    OwningManager manager;
     norvane::ControlQueue q;
     norvane::gui::GUI* gui = nullptr;
-    probe::Callback callback;
     std::string log;
 };
-
-}  // namespace loaded
 
 #endif

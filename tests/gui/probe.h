@@ -1,39 +1,49 @@
 #ifndef TESTS_GUI_PROBE_H
 #define TESTS_GUI_PROBE_H
 
-#include <SDL/SDL.h>
-
 #include <string>
 #include <vector>
 
 #include "gui/core.h"
 #include "gui/root.h"
 
-namespace probe {
-
-using norvane::ControlQueue;
-using norvane::Trigger;
-using norvane::basic_Vector2D;
-using norvane::gui::Component;
-
 // A component that writes every event it gets into a shared journal as "name call x,y".
-class Probe : public Component {
+class Probe : public norvane::gui::Component {
 public:
-    Probe(std::vector<std::string>& journal, const std::string& probeName, bool isFocusable = true);
-    void enter(ControlQueue*, const basic_Vector2D<float>& p) override { log("enter", p); }
-    void leave(ControlQueue*, const basic_Vector2D<float>& p) override { log("leave", p); }
-    void mouseDown(ControlQueue*, const basic_Vector2D<float>& p, unsigned char b) override;
-    void mouseUp(ControlQueue*, const basic_Vector2D<float>& p, unsigned char b) override;
-    void mouseMove(ControlQueue*, const basic_Vector2D<float>& p) override { log("move", p); }
-    bool keyDown(ControlQueue* q, SDLKey key, SDLMod mod, unsigned short unicode) override;
-    bool joyButtonDown(ControlQueue*, unsigned char joystick, unsigned char button) override;
-    bool joyAxisMotion(ControlQueue* q, unsigned char joystick, unsigned char axis, short value) override;
-    void performSelf(ControlQueue*, float) override { journal.push_back(name + " perform"); }
+    using Point = norvane::basic_Vector2D<float>;
+    using Queue = norvane::ControlQueue;
+
+    Probe(std::vector<std::string>& journal, const std::string& probeName, bool isFocusable = true)
+        : journal(journal) {
+        name = probeName;
+        focusable = isFocusable;
+    }
+    void enter(Queue*, const Point& p) override { log("enter", p); }
+    void leave(Queue*, const Point& p) override { log("leave", p); }
+    void mouseDown(Queue*, const Point& p, unsigned char b) override { log("down" + std::to_string(b), p); }
+    void mouseUp(Queue*, const Point& p, unsigned char b) override { log("up" + std::to_string(b), p); }
+    void mouseMove(Queue*, const Point& p) override { log("move", p); }
+    bool keyDown(Queue* q, SDLKey key, SDLMod mod, unsigned short unicode) override {
+        note("key " + std::to_string(key));
+        return Component::keyDown(q, key, mod, unicode);
+    }
+    bool joyButtonDown(Queue*, unsigned char joystick, unsigned char button) override {
+        note("joybutton " + std::to_string(joystick) + "," + std::to_string(button));
+        return true;
+    }
+    bool joyAxisMotion(Queue* q, unsigned char joystick, unsigned char axis, short value) override {
+        note("axis " + std::to_string(joystick) + "," + std::to_string(axis) + "," + std::to_string(value));
+        return Component::joyAxisMotion(q, joystick, axis, value);
+    }
+    void performSelf(Queue*, float) override { note("perform"); }
 
     std::vector<std::string>& journal;
 
 private:
-    void log(const std::string& call, const basic_Vector2D<float>& p);
+    void note(const std::string& what) { journal.push_back(name + " " + what); }
+    void log(const std::string& call, const Point& p) {
+        note(call + " " + std::to_string(int(p.x)) + "," + std::to_string(int(p.y)));
+    }
 };
 
 // Counts the callback's calls.
@@ -43,16 +53,5 @@ struct Callback : norvane::gui::GUICallback {
     int moves = 0;
     int confirms = 0;
 };
-
-Trigger* fakeTrigger(uintptr_t id);
-std::vector<Trigger*> drain(ControlQueue& queue);
-
-SDL_Event keyEvent(Uint8 type, SDLKey key, Uint16 unicode = 0);
-SDL_Event joyAxisEvent(Uint8 joystick, Uint8 axis, Sint16 value);
-SDL_Event joyButtonEvent(Uint8 type, Uint8 joystick, Uint8 button);
-SDL_Event mouseMotionEvent(Uint16 x, Uint16 y);
-SDL_Event mouseButtonEvent(Uint8 type, Uint8 button, Uint16 x, Uint16 y);
-
-}  // namespace probe
 
 #endif

@@ -35,15 +35,6 @@ void fillRect(float x, float y, float w, float h) {
     glEnd();
 }
 
-std::string thrownBy(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const std::string& e) {
-        return e;
-    }
-    return "(nothing thrown)";
-}
-
 }  // namespace
 
 TEST_F(WindowTest, ScreenshotShowsTheTopOfTheScreenFirst) {
