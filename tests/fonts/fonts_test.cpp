@@ -1,20 +1,13 @@
 #include "gfx/fonts.h"
 
 #include <GL/gl.h>
-#include <SDL/SDL_image.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <tuple>
 
-#include "files/sysdirs.h"
-#include "rendercontext.h"
-#include "screen.h"
-#include "screenshot.h"
-#include "support/surfaces.h"
 #include "support/window.h"
 #include "xml/xml.h"
 
@@ -36,8 +29,6 @@ const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" sp
 </bitmapfont>)";
 
 std::string makeFontDir(const std::string& name, const std::string& description) {
-    const std::string dir = std::string(TEST_TMP_DIR) + "/" + name + "/";
-    norvane::mkdirs(dir);
     SurfacePtr sheet = makeRgbaSurface(16, 32);
     for (int y = 0; y < 32; ++y) {
         for (int x = 0; x < 16; ++x) {
@@ -45,37 +36,22 @@ std::string makeFontDir(const std::string& name, const std::string& description)
             setPixel(sheet.get(), x, y, a || b ? 255 : 0, a || c ? 255 : 0, a ? 255 : 0, a || b || c ? 255 : 0);
         }
     }
-    norvane::savePng(sheet.get(), (dir + "glyphs.png").c_str());
-    FILE* out = std::fopen((dir + "bitmapfont.xml").c_str(), "w");
-    std::fputs(description.c_str(), out);
-    std::fclose(out);
-    return dir;
+    norvane::savePng(sheet.get(), scratchPath(name + "/glyphs.png").c_str());
+    writeFile(name + "/bitmapfont.xml", description);
+    return scratchPath(name + "/");
 }
 
 class FontTest : public WindowTest {
 protected:
     void SetUp() override {
         WindowTest::SetUp();
-        norvane::RenderContext2D context(norvane::basic_Vector2D<float>{800, 600});
-        context.blending = true;
-        context.blendMode = norvane::BLEND_ALPHA;
-        context.apply();
-        norvane::setClearColor(norvane::Color(0, 0, 0, 1));
-        norvane::clearScreen();
-        glLoadIdentity();
-        glColor4f(1, 1, 1, 1);
-    }
-    SurfacePtr screenshot(const char* name) {
-        glFinish();
-        const std::string file = std::string(TEST_TMP_DIR) + "/" + name;
-        norvane::saveScreenshot(file.c_str());
-        return SurfacePtr(IMG_Load(file.c_str()));
+        begin2D(norvane::Color(0, 0, 0, 1), true);
     }
 };
 
 // The colour at (x, y) of the 2D context, y upwards, as "white", "red", "green", "black" or other.
 std::string colour(SDL_Surface* shot, int x, int y) {
-    const Rgba c = pixelAt(shot, x, 599 - y);
+    const Rgba c = pixelAt(shot, x, shot->h - 1 - y);
     for (auto [name, r, g, b] : {std::tuple{"white", 255, 255, 255}, {"red", 255, 0, 0}, {"green", 0, 255, 0},
                                  {"black", 0, 0, 0}}) {
         if (near(c, r, g, b, 255)) return name;
@@ -87,33 +63,26 @@ std::string colour(SDL_Surface* shot, int x, int y) {
 
 // "AB" starting at (x, y): A over x .. x+4, a gap of one, B over x+6 .. x+12, rows y .. y+9.
 void expectAB(SDL_Surface* shot, int x, int y, const char* where) {
-    SCOPED_TRACE(where);
-    EXPECT_EQ(colour(shot, x - 1, y + 5), "black");
-    EXPECT_EQ(colour(shot, x, y), "white");
-    EXPECT_EQ(colour(shot, x + 4, y + 9), "white");
-    EXPECT_EQ(colour(shot, x + 5, y + 5), "black");
-    EXPECT_EQ(colour(shot, x + 6, y + 5), "red");
-    EXPECT_EQ(colour(shot, x + 12, y), "red");
-    EXPECT_EQ(colour(shot, x + 13, y + 5), "black");
-    EXPECT_EQ(colour(shot, x + 2, y + 10), "black");
-    EXPECT_EQ(colour(shot, x + 2, y - 1), "black");
+    const std::tuple<int, int, const char*> pixels[] = {{-1, 5, "black"}, {0, 0, "white"}, {4, 9, "white"},
+                                                        {5, 5, "black"},  {6, 5, "red"},   {12, 0, "red"},
+                                                        {13, 5, "black"}, {2, 10, "black"}, {2, -1, "black"}};
+    for (const auto& [dx, dy, name] : pixels) EXPECT_EQ(colour(shot, x + dx, y + dy), name) << where << " " << dx << "," << dy;
 }
 
 }  // namespace
 
 TEST_F(FontTest, PrintsTextWhereItsJustificationPutsIt) {
-    testing::internal::CaptureStdout();
-    BitmapFont font(makeFontDir("blocks", BLOCKS));
-    const std::string log = testing::internal::GetCapturedStdout();
+    std::unique_ptr<BitmapFont> made;
+    const std::string log = stdoutOf([&] { made.reset(new BitmapFont(makeFontDir("blocks", BLOCKS))); });
+    BitmapFont& font = *made;
     EXPECT_NE(log.find("No character index specified for blank character node. Using #32."), std::string::npos);
     EXPECT_NE(log.find("No character index specified for character node. Skipping character."), std::string::npos);
     EXPECT_EQ(font.name.family, "blocks");
     EXPECT_EQ(font.name.size, 10u);
     EXPECT_EQ(font.charCount, 'C' - ' ' + 1);
-    EXPECT_EQ(font.getWidth("AB"), 14);  // 5 + 1 + 7 + 1
-    EXPECT_EQ(font.getWidth(""), 0);
-    EXPECT_EQ(font.getWidth(" "), 5);
-    EXPECT_EQ(font.getWidth("A!z"), 8);  // "!" is undefined inside the range, "z" outside it: spacing only
+    // "AB" is 5 + 1 + 7 + 1; "!" is undefined inside the range, "z" outside it: spacing only.
+    EXPECT_EQ((std::vector<int>{font.getWidth("AB"), font.getWidth(""), font.getWidth(" "), font.getWidth("A!z")}),
+              (std::vector<int>{14, 0, 5, 8}));
 
     // In rectangles (100, y, 100, 20), text 14 wide and 10 high.
     font.print(basic_Rect<float>{100, 100, 100, 20}, norvane::JH_CENTER, norvane::JV_CENTER, "AB");
@@ -143,12 +112,11 @@ TEST_F(FontTest, PrintsTextWhereItsJustificationPutsIt) {
     expectAB(shot.get(), 100, 500, "left/bottom");
     expectAB(shot.get(), 393, 50, "centred at 400");
     expectAB(shot.get(), 586, 50, "right-justified at 600");
-    EXPECT_EQ(colour(shot.get(), 600, 198), "green");  // the vertical padding picked line 2
-    EXPECT_EQ(colour(shot.get(), 602, 207), "green");
-    EXPECT_EQ(colour(shot.get(), 600, 208), "black");
-    EXPECT_EQ(colour(shot.get(), 600, 197), "black");
-    EXPECT_EQ(colour(shot.get(), 605, 200), "white");  // 600 + 4 (C) + 1 (z)
-    EXPECT_EQ(colour(shot.get(), 604, 200), "black");
+    // The vertical padding picked line 2 for C; A follows at 600 + 4 (C) + 1 (z).
+    for (const auto& [x, y, name] : {std::tuple{600, 198, "green"}, {602, 207, "green"}, {600, 208, "black"},
+                                     {600, 197, "black"}, {605, 200, "white"}, {604, 200, "black"}}) {
+        EXPECT_EQ(colour(shot.get(), x, y), name) << x << "," << y;
+    }
 }
 
 TEST_F(FontTest, BanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
@@ -162,9 +130,7 @@ TEST_F(FontTest, BanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     makeFontDir("bank/broken", R"(<bitmapfont name="broken"><image><line index="1"><char char="A" width="6"/></line></image>
         </bitmapfont>)");
     FontBank bank;
-    testing::internal::CaptureStdout();
-    bank.load(dir + "bitmapfont.xml", dir);
-    const std::string log = testing::internal::GetCapturedStdout();
+    const std::string log = stdoutOf([&] { bank.load(dir + "bitmapfont.xml", dir); });
     EXPECT_NE(log.find("No name specified for font. Using directory name."), std::string::npos) << log;
     EXPECT_NE(log.find("No filename specified for font image. Skipping image."), std::string::npos) << log;
     EXPECT_EQ(bank.size(), 4);  // "one" twice under the same descriptor: the later replaces the earlier
@@ -195,11 +161,12 @@ TEST_F(FontTest, GameFontsLoadCleanly) {
     const std::string dataDir = std::string(SOURCE_DIR) + "/data/";
     std::unique_ptr<norvane::xml::Node> root(norvane::xml::loadXML((dataDir + "resources.xml").c_str()));
     FontBank bank;
-    testing::internal::CaptureStdout();
-    for (const norvane::xml::Node* child : root->children) {
-        if (child->name == "fonts") bank.getFromNode(child, dataDir + child->getAttribute("dir", std::string()));
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(stdoutOf([&] {
+                  for (const norvane::xml::Node* child : root->children) {
+                      if (child->name == "fonts") bank.getFromNode(child, dataDir + child->getAttribute("dir", std::string()));
+                  }
+              }),
+              "");
     ASSERT_GE(bank.size(), 1);
     float y = 560;
     for (const auto& entry : bank.resources) {

