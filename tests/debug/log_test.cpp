@@ -13,22 +13,22 @@ class Log : public testing::Test {
 protected:
     void SetUp() override {
         debug::groups.clear();
-        stdoutOf([] { norvane::init(0, false); });
+        captured([] { norvane::init(0, false); });
     }
 };
 
 }  // namespace
 
 TEST_F(Log, PrintsByGroupAndThresholdButNeverDebug) {
-    EXPECT_EQ(stdoutOf([] { debug::error(norvane::dbgImages, "x %d", 5); }), "[norvane:images] (error) x 5\n");
-    EXPECT_EQ(stdoutOf([] { debug::critical(norvane::dbgGui, "bad"); }), "[norvane:gui] (critical) bad\n");
-    EXPECT_EQ(stdoutOf([] { debug::warning(42, "hi"); }), "[undefined] (warning) hi\n");
+    EXPECT_EQ(captured([] { debug::error(norvane::dbgImages, "x %d", 5); }), "[norvane:images] (error) x 5\n");
+    EXPECT_EQ(captured([] { debug::critical(norvane::dbgGui, "bad"); }), "[norvane:gui] (critical) bad\n");
+    EXPECT_EQ(captured([] { debug::warning(42, "hi"); }), "[undefined] (warning) hi\n");
     EXPECT_EQ(debug::groups[42].level, debug::LEVEL_INFO);  // remembered
     debug::groups[norvane::dbgAudio].level = debug::LEVEL_WARNING;
     debug::groups[norvane::dbgGui].level = debug::LEVEL_NONE;
     debug::groups[norvane::dbgXml].level = debug::LEVEL_DEBUG;
     debug::groups[norvane::dbgCore].level = debug::LEVEL_ERROR;
-    EXPECT_EQ(stdoutOf([] {
+    EXPECT_EQ(captured([] {
                   debug::info(norvane::dbgAudio, "quiet");
                   debug::warning(norvane::dbgAudio, "w");
                   debug::critical(norvane::dbgGui, "silenced");

@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -73,7 +74,7 @@ void expectAB(SDL_Surface* shot, int x, int y, const char* where) {
 
 TEST_F(FontTest, PrintsTextWhereItsJustificationPutsIt) {
     std::unique_ptr<BitmapFont> made;
-    const std::string log = stdoutOf([&] { made.reset(new BitmapFont(makeFontDir("blocks", BLOCKS))); });
+    const std::string log = captured([&] { made.reset(new BitmapFont(makeFontDir("blocks", BLOCKS))); });
     BitmapFont& font = *made;
     EXPECT_NE(log.find("No character index specified for blank character node. Using #32."), std::string::npos);
     EXPECT_NE(log.find("No character index specified for character node. Skipping character."), std::string::npos);
@@ -130,7 +131,7 @@ TEST_F(FontTest, BanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     makeFontDir("bank/broken", R"(<bitmapfont name="broken"><image><line index="1"><char char="A" width="6"/></line></image>
         </bitmapfont>)");
     FontBank bank;
-    const std::string log = stdoutOf([&] { bank.load(dir + "bitmapfont.xml", dir); });
+    const std::string log = captured([&] { bank.load(dir + "bitmapfont.xml", dir); });
     EXPECT_NE(log.find("No name specified for font. Using directory name."), std::string::npos) << log;
     EXPECT_NE(log.find("No filename specified for font image. Skipping image."), std::string::npos) << log;
     EXPECT_EQ(bank.size(), 4);  // "one" twice under the same descriptor: the later replaces the earlier
@@ -150,10 +151,18 @@ TEST_F(FontTest, BanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
 
     bank.refresh();
     EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);
-    // A description that turns unreadable throws on refresh and leaves nothing to print with.
-    makeFontDir("bank/one", "<bitmapfont name=\"blocks\"");
+    // The game's start-up reports a font it cannot show and ends, so a glyph image that will not
+    // load must reach it; a font whose refresh fails on the way is left empty, not half made.
+    std::remove((dir + "one/glyphs.png").c_str());
     EXPECT_THROW(blocks->refresh(), std::string);
-    EXPECT_EQ(blocks->getWidth("AB"), 2);
+    auto* emptied = dynamic_cast<BitmapFont*>(blocks);
+    EXPECT_EQ(emptied->charCount + emptied->listBase, 0u);
+    EXPECT_EQ(blocks->getWidth("AB"), 2);  // the spacing only
+    blocks->print("AB");
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    FontBank failing;
+    EXPECT_THROW(failing.load(dir + "bitmapfont.xml", dir), std::string);
+    EXPECT_THROW(BitmapFont font(dir + "one/"), std::string);
 }
 
 // The game's own fonts load without a message, and print Latin-1 text.
@@ -161,7 +170,7 @@ TEST_F(FontTest, GameFontsLoadCleanly) {
     const std::string dataDir = std::string(SOURCE_DIR) + "/data/";
     std::unique_ptr<norvane::xml::Node> root(norvane::xml::loadXML((dataDir + "resources.xml").c_str()));
     FontBank bank;
-    EXPECT_EQ(stdoutOf([&] {
+    EXPECT_EQ(captured([&] {
                   for (const norvane::xml::Node* child : root->children) {
                       if (child->name == "fonts") bank.getFromNode(child, dataDir + child->getAttribute("dir", std::string()));
                   }

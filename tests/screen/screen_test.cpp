@@ -59,7 +59,7 @@ TEST(Screen, GetPixelReadsLittleEndianBytesAndNothingOpensWithoutADisplay) {
     std::memcpy(static_cast<Uint8*>(four->pixels) + 8, bytes, 4);
     EXPECT_EQ(norvane::getPixel(four.get(), 2, 0), 0x44332211u);
 
-    stdoutOf([] { norvane::init(0, false); });
+    captured([] { norvane::init(0, false); });
     EXPECT_EQ(norvane::RenderContext2D().size.x + norvane::RenderContext2D().size.y, 0.0f);
     norvane::fullscreen = true;
     EXPECT_NO_THROW(norvane::setFullscreen(true));  // already so: SDL is not asked

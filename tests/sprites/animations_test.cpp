@@ -127,7 +127,7 @@ TEST(AnimationBank, ReadsLoopsImageBanksAndDefaults) {
       </animations>)").c_str()));
     norvane::gfx::AnimationBank bank;
     bank.manager = &manager;
-    const std::string log = stdoutOf([&] { bank.getFromNode(root.get(), std::string()); });
+    const std::string log = captured([&] { bank.getFromNode(root.get(), std::string()); });
     EXPECT_EQ(bank.size(), 5);  // boom1..3, ship (the later one), blank
     Animation* boom2 = bank.find("boom2");
     ASSERT_TRUE(boom2 && boom2->frames.size() == 2u);

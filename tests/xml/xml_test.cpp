@@ -95,7 +95,7 @@ std::vector<std::string> expand(const std::string& xml, std::string* log = nullp
             if (child->name == "image") files.push_back(norvane::xml::substitute(child->getAttribute("file", ""), loops));
         }
     };
-    const std::string out = stdoutOf([&] { read(root.get()); });
+    const std::string out = captured([&] { read(root.get()); });
     if (log) *log = out;
     return files;
 }
