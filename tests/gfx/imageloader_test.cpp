@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "gfx/imagebank.h"
 #include "gfx/simpleimage.h"
 #include "image_files.h"
@@ -91,6 +93,7 @@ TEST(ImageLoader, StartsEachImageBeforeTheDeadlineAndCountsToTheEnd) {
 // The game's start-up reports a missing picture and ends, so the loader must not swallow it.
 TEST_F(WindowTest, FrameworkLoadsABankPieceByPieceAndStopsAtAFileThatWillNotLoad) {
     for (int i = 0; i < 6; ++i) writePng("i" + std::to_string(i) + ".png", quarteredSurface(64, 64));
+    std::remove(scratchPath("i6.png").c_str());  // made by an earlier run
     ImageBank bank;
     bank.load(writeFile("images.xml", "<images><loop var=\"n\" from=\"0\" to=\"6\">"
                                       "<image name=\"i[n]\" filename=\"i[n].png\" bitmaskThreshold=\"0.1\"/>"
