@@ -1,17 +1,10 @@
 #include "gamedata.h"
 
-#include <dirent.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <fstream>
-#include <memory>
 
 #include "controls/queue.h"
 #include "files/sysdirs.h"
 #include "norvane.h"
-
-using norvane::xml::Node;
 
 namespace {
 
@@ -42,28 +35,6 @@ void GameWindow::SetUp() {
 }
 
 void GameWindow::TearDown() { forgetGame(); }
-
-Node* bankElement(Node* root, const std::string& name) {
-    for (Node* child : root->children) {
-        if (child->getAttribute("name", std::string()) == name) return child;
-    }
-    return nullptr;
-}
-
-void installData(const std::function<void(Node* root)>& edit) {
-    const std::string shipped = std::string(SOURCE_DIR) + "/data/";
-    const std::string dir = vantorix::dirManager.getSubDir(norvane::sdData, "", true);
-    std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(shipped.c_str()), closedir);
-    ASSERT_TRUE(entries);
-    while (const dirent* entry = readdir(entries.get())) {
-        const std::string name = entry->d_name;
-        if (name == "." || name == ".." || name == "resources.xml") continue;
-        ASSERT_TRUE(symlink((shipped + name).c_str(), (dir + name).c_str()) == 0 || errno == EEXIST) << name;
-    }
-    std::unique_ptr<Node> root(norvane::xml::loadXML((shipped + "resources.xml").c_str()));
-    if (edit) edit(root.get());
-    root->saveXML((dir + "resources.xml").c_str());
-}
 
 std::string settingsPath() {
     return vantorix::dirManager.getSubDir(norvane::sdUser, "", true) + vantorix::FILE_SETTINGS;

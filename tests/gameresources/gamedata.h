@@ -8,6 +8,7 @@
 
 #include "resources/resources.h"
 #include "support/captured.h"
+#include "support/gamedata.h"
 #include "support/window.h"
 #include "xml/xml.h"
 
@@ -24,10 +25,6 @@ protected:
     void SetUp() override;
     void TearDown() override;
 };
-
-// Installs the shipped data with "resources.xml" rewritten by `edit`.
-void installData(const std::function<void(norvane::xml::Node* root)>& edit = nullptr);
-norvane::xml::Node* bankElement(norvane::xml::Node* root, const std::string& name);  // by "name"
 
 std::string settingsPath();
 void writeSettings(const std::string& content);

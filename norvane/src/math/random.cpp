@@ -13,6 +13,8 @@ double unit() { return std::rand() * (1.0 / 2147483648.0); }
 
 void randomize() { std::srand(static_cast<unsigned int>(std::time(nullptr))); }
 
+void randomize(unsigned int seed) { std::srand(seed); }
+
 float random(float max) { return static_cast<float>(unit() * max); }
 
 float random(float min, float max) { return static_cast<float>(min + unit() * (max - min)); }

@@ -5,6 +5,7 @@ namespace norvane {
 
 // All draw from the C library's rand().
 void randomize();  // seeds from the clock
+void randomize(unsigned int seed);  // a fixed sequence: tests and benchmarks replay the same game
 float random(float max);             // [0, max)
 float random(float min, float max);  // [min, max)
 int random_int(int min, int max);    // min..max inclusive

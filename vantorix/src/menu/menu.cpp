@@ -6,6 +6,7 @@
 #include "audio/music.h"
 #include "controls/inputevaluator.h"
 #include "debug/log.h"
+#include "game/game.h"
 #include "gfx/animations.h"
 #include "gfx/image.h"
 #include "gui/standard.h"
@@ -17,9 +18,6 @@
 #include "sprites/sprites.h"
 #include "tools/clock.h"
 #include "vantorix.h"
-#if __has_include("game/game.h")
-#include "game/game.h"
-#endif
 
 namespace vantorix {
 
@@ -218,12 +216,8 @@ void Menu::closeWindowControls(bool apply) {
 
 void Menu::startGame(int type, Component* button) {
     lastButton = button;
-#if __has_include("game/game.h")
     game = new Game(static_cast<GameType>(type));
     game->activate();
-#else
-    (void)type;
-#endif
 }
 
 void Menu::showPage(int newPage) {

@@ -8,6 +8,7 @@
 #include "controls/inputevaluator.h"
 #include "controls/queue.h"
 #include "debug/log.h"
+#include "game/vantorixsprite.h"
 #include "gfx/fonts.h"
 #include "gui/slider.h"
 #include "gui/standard.h"
@@ -33,9 +34,6 @@ const float PI = 3.1415927f;
 const unsigned int LOADING_TIME_MS = 20;  // background work per frame while the game images load
 
 }  // namespace
-
-// Until the game's sprites exist nothing is ever queued; their own definition replaces this one.
-__attribute__((weak)) void destroyQueuedSprites() {}
 
 GameState::GameState() {
     performLayers = 3;

@@ -75,9 +75,6 @@ private:
     void toggleFullscreen();
 };
 
-// Deletes the sprites waiting in deleteQueue and empties it; defined beside the game's sprites.
-void destroyQueuedSprites();
-
 // Plays the menu sounds and keeps the title menu on its page while someone is using it.
 class GUICallback : public norvane::gui::GUICallback {
 public:

@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "controls/inputevaluator.h"
+#include "game/container.h"
+#include "game/extra.h"
+#include "game/foe.h"
+#include "gui/root.h"
+#include "gui/text.h"
+#include "resources/resources.h"
+#include "vantorix.h"
+#include "world.h"
+
+using namespace vantorix;
+
+namespace {
+
+bool isContainer(const Sprite* s) { return dynamic_cast<const Container*>(s); }
+
+}  // namespace
+
+TEST(StageBonus, ShrinksWithTheAsteroidsSpentOnTheQuota) {
+    struct Case {
+        int kills, spawned;
+        unsigned int bonus;
+    };
+    for (const Case& c : {Case{40, 40, 5000}, Case{40, 60, 5000}, Case{40, 80, 3333}, Case{40, 90, 2500},
+                          Case{40, 119, 83}, Case{40, 120, 0}, Case{40, 200, 0}, Case{56, 84, 5000}}) {
+        EXPECT_EQ(Game::stageBonusFor(c.kills, c.spawned), c.bonus) << c.kills << " of " << c.spawned;
+    }
+}
+
+TEST_F(GameWorld, ClearedStagePaysItsBonusAndStartsTheNext) {
+    for (GameType type : {gtSingleA, gtMulti}) {
+        SCOPED_TRACE(type);
+        start(type);
+        EXPECT_EQ(game->killsLeft, type == gtMulti ? 80 : 40);
+        Player* ship = game->ships[0];
+        game->killsLeft = 1;
+        game->spawnedAsteroids = 80;
+        run(10);
+        shootAsteroid(ship);
+        EXPECT_TRUE(game->stageCleared);
+        const unsigned int before = ship->score;
+        run(1000);  // the last explosion dies away
+        EXPECT_EQ(game->stagePhase, spComplete);
+        EXPECT_EQ(game->bonus, 3333u);
+        EXPECT_FALSE(game->firingAllowed);
+        run(3000 + 1700);  // text, then the payout at 2 points a millisecond
+        EXPECT_EQ(game->stagePhase, spPause);
+        EXPECT_EQ(ship->score, before + 3333);
+        EXPECT_EQ(game->stageTextColor.alpha, 1.0f);
+        run(3000 + 1500);
+        EXPECT_EQ(game->level, 2u);
+        EXPECT_EQ(game->stagePhase, spPlay);
+        EXPECT_EQ(game->killsLeft, type == gtMulti ? 82 : 41);
+        EXPECT_TRUE(game->firingAllowed);
+        EXPECT_EQ(game->stageTextColor.alpha, 0.0f);
+    }
+}
+
+TEST_F(GameWorld, KillsBringContainersAndTheStagesPirate) {
+    start(gtSingleA);
+    game->initLevel(3);  // 44 asteroids: a container every 17, the pirate after 22
+    Player* ship = game->ships[0];
+    ship->collidable = false;
+    for (int kill = 1; kill <= 22; ++kill) {
+        shootAsteroid(ship);
+        EXPECT_EQ(count(game->asteroidEngine, isContainer), kill >= 17 ? 1 : 0) << kill;
+        EXPECT_EQ(game->foes[0] || game->foes[1], kill == 22) << kill;
+    }
+    EXPECT_EQ(game->killsLeft, 44 - 22);
+
+    // Each time the score passes another 5000 a container is queued for the next kill.
+    ship->score = 4990;
+    shootAsteroid(ship);
+    EXPECT_EQ(ship->nextBonus, 10000u);
+    EXPECT_EQ(count(game->asteroidEngine, isContainer), 2);
+}
+
+TEST_F(GameWorld, ExtrasGoToWhatTheShipsLack) {
+    struct Case {
+        GameType type;
+        unsigned int level;
+        int upgrades;  // each of speed, fire rate and laser type
+        std::set<int> possible;
+    };
+    const Case cases[] = {
+        {gtSingleA, 1, 0, {etLaserType, etSpeed, etFireRate}},
+        {gtSingleA, 1, 1, {etEnergy}},  // at the stage's cap; warps want two of each
+        {gtSingleA, 4, 3, {etEnergy, etTimeWarp}},
+        {gtSingleB, 1, 2, {etSpeed}},
+        {gtSingleB, 1, 5, {etCrystal}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.type << " level " << c.level << " upgrades " << c.upgrades);
+        start(c.type);
+        game->level = c.level;
+        Player* ship = game->ships[0];
+        ship->setSpeedupCount(c.upgrades);
+        ship->setFireRateCount(c.upgrades);
+        ship->laserType = static_cast<short>(c.upgrades);
+        std::set<int> drawn;
+        for (int i = 0; i < 200; ++i) drawn.insert(game->getExtraType());
+        EXPECT_EQ(drawn, c.possible);
+    }
+}
+
+TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtras) {
+    start(gtSingleB);
+    Player* ship = game->ships[0];
+    ship->collidable = false;
+    EXPECT_FALSE(game->firingAllowed);
+    run(1100);  // the first steps come 332, 334 and 336 ms apart
+    EXPECT_NEAR(game->levelSpeed, 0.403f, 1e-6f);
+    EXPECT_EQ(ship->score, 3u);
+    EXPECT_EQ(game->asteroidInterval, 397u);
+    EXPECT_EQ(game->extraEngine.size(), 0);
+    run(1500);
+    ASSERT_EQ(game->extraEngine.size(), 1) << "the first crystal after 2.5 s";
+    EXPECT_EQ(static_cast<Extra*>(game->extraEngine.sprites.front())->type, etCrystal);
+    run(7500);
+    int weighed = 0;
+    for (Sprite* s : game->extraEngine.sprites) weighed += static_cast<Extra*>(s)->type == etSpeed;
+    EXPECT_EQ(weighed, 1) << "a speed-up, all a ship lacks in this mode, after 10 s";
+}
