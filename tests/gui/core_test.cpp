@@ -2,115 +2,82 @@
 
 #include <gtest/gtest.h>
 
-#include "controls/queue.h"
 #include "gui/probe.h"
-#include "gui/root.h"
-#include "support/events.h"
 #include "support/files.h"
 
 using namespace norvane;
 using namespace norvane::gui;
 using Children = std::vector<Component*>;
-using Names = std::vector<std::string>;
 
 namespace {
 
-// A visible GUI with a callback and a journal; components are added by the tests.
-class Tree : public ::testing::Test {
+class Tree : public GuiTest {
 protected:
-    void SetUp() override { gui.setVisible(true); }  // the mouse finds nothing in a hidden GUI
-    Probe* add(Component& parent, const std::string& name, bool focusable = true, int x = -1, int y = -1, int w = 1,
-               int h = 1) {
-        auto* p = new Probe(journal, name, focusable);
-        p->gridX = x;
-        p->gridY = y;
-        p->gridWidth = w;
-        p->gridHeight = h;
-        parent += p;
-        return p;
-    }
-    Component* pane(Component& parent, const basic_Rect<float>& rect = {0, 0, 0, 0}) {
-        auto* c = new Component;
-        c->setDimensions(rect);
-        parent += c;
-        return c;
-    }
     // The focus after each key, pressed on whatever holds the focus then; navigation keys are always used.
-    Names press(std::vector<SDLKey> keys) {
-        Names names;
+    Journal press(std::vector<SDLKey> keys) {
+        Journal names;
         for (SDLKey key : keys) {
             EXPECT_TRUE(gui.getFocused()->keyDown(&q, key, KMOD_NONE, 0)) << key;
             names.push_back(gui.getFocused()->getName());
         }
         return names;
     }
-
-    Names journal;
-    GUI gui;
-    ControlQueue q;
 };
 
 }  // namespace
 
-TEST_F(Tree, ChildrenAreAddedInOneColumnLookedUpByNameAndMovedBetweenParents) {
-    Probe* label = add(gui, "label", false);
+TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents) {
+    Probe* label = add(gui, "label", {}, false);
     Probe* a = add(gui, "a");
-    Probe* b = add(gui, "b", true, 3, 4);
+    Probe* b = add(gui, "b", {}, true, 3, 4);
     Probe* c = add(gui, "c");
     // The label counts although it takes no part in the grid.
     EXPECT_EQ(std::vector<int>({label->gridY, a->gridY, b->gridX, b->gridY, c->gridX, c->gridY}),
               std::vector<int>({0, 1, 3, 4, 0, 3}));
-    Component* inner = pane(gui);
-    Probe* twin = add(*inner, "c");
-    EXPECT_EQ(gui["c"], c);  // direct children first
-    EXPECT_EQ((*inner)["c"], twin);
-    EXPECT_EQ(gui["nobody"], nullptr);
-    c->bringToFront();
-    Component other;
-    other += a;  // keeps its cell: it was placed before
-    EXPECT_EQ(a->getParent(), &other);
-    EXPECT_EQ(gui.getChildren(), (Children{c, label, b, inner}));
-    EXPECT_EQ(thrownBy([&] { gui -= a; }), "Trying to remove a component which is not a child.");
-    delete c;  // leaves its parent by itself
-    EXPECT_EQ(gui.getChildren(), (Children{label, b, inner}));
-    other -= a;
-    EXPECT_EQ(a->getParent(), nullptr);
-    delete a;
-}
-
-TEST_F(Tree, FindSkipsHiddenAndDisabledAndCoordinatesAreRelativeToEveryAncestor) {
-    gui.setDimensions({0, 0, 100, 100});
     Component* box = pane(gui, {10, 10, 50, 50});
-    Probe* under = add(*box, "under");
-    Probe* over = add(*box, "over");
-    under->setDimensions({0, 0, 20, 20});
-    over->setDimensions({0, 0, 20, 20});
+    Probe* under = add(*box, "c", {0, 0, 20, 20});
+    Probe* over = add(*box, "over", {0, 0, 20, 20});
+    EXPECT_EQ((Children{gui["c"], (*box)["c"], gui["nobody"]}), (Children{c, under, nullptr}));  // direct children first
     over->bringToFront();
+    gui.setDimensions({0, 0, 100, 100});
+    // The topmost child; the far edges are outside; hidden and disabled components are passed over.
     EXPECT_EQ((Children{gui.find({15, 15}), gui.find({30, 30}), gui.find({100, 50}), gui.find({0, 0})}),
-              (Children{over, box, nullptr, &gui}));  // the far edges are outside
+              (Children{over, box, nullptr, &gui}));
     over->setVisible(false);
     EXPECT_EQ(gui.find({15, 15}), under);
     under->setEnabled(false);
     EXPECT_EQ(gui.find({15, 15}), box);
     box->setEnabled(false);
-    EXPECT_EQ(box->find({5, 5}), nullptr);  // even though the point lies inside
+    EXPECT_EQ(box->find({5, 5}), nullptr);
 
+    c->bringToFront();
+    Component other;
+    other += a;  // keeps its cell: it was placed before
+    EXPECT_EQ(a->getParent(), &other);
+    EXPECT_EQ(gui.getChildren(), (Children{c, label, b, box}));
+    EXPECT_EQ(thrownBy([&] { gui -= a; }), "Trying to remove a component which is not a child.");
+    delete c;  // leaves its parent by itself
+    EXPECT_EQ(gui.getChildren(), (Children{label, b, box}));
+    other -= a;
+    EXPECT_EQ(a->getParent(), nullptr);
+    delete a;
+}
+
+TEST_F(Tree, CoordinatesAreRelativeToEveryAncestorAndCenterTruncates) {
     gui.setDimensions({5, 5, 800, 600});
-    box->setDimensions({100, 50, 300, 200});
-    over->setDimensions({10, 20, 31, 10});
-    const basic_Vector2D<float> r = over->getRelativeCoordinates({200, 100});
-    EXPECT_EQ((std::vector<float>{r.x, r.y}), (std::vector<float>{85, 25}));
-    over->center({300, 0});  // (300 - 31) / 2 = 134; y stays
-    EXPECT_EQ((std::vector<float>{over->getPos().x, over->getPos().y}), (std::vector<float>{134, 20}));
-    over->center({20, 5});  // negative halves round toward zero: (20 - 31) / 2 = -5, (5 - 10) / 2 = -2
-    EXPECT_EQ((std::vector<float>{over->getPos().x, over->getPos().y}), (std::vector<float>{-5, -2}));
+    Probe* p = add(*pane(gui, {100, 50, 300, 200}), "p", {10, 20, 31, 10});
+    const basic_Vector2D<float> r = p->getRelativeCoordinates({200, 100});
+    p->center({300, 0});  // (300 - 31) / 2 = 134; y stays
+    const basic_Vector2D<float> centred = p->getPos();
+    p->center({20, 5});  // negative halves round toward zero: (20 - 31) / 2 = -5, (5 - 10) / 2 = -2
+    EXPECT_EQ((std::vector<float>{r.x, r.y, centred.x, centred.y, p->getPos().x, p->getPos().y}),
+              (std::vector<float>{85, 25, 134, 20, -5, -2}));
 }
 
 TEST_F(Tree, FocusFlagsFollowTheChainAndLeavingTheTreeGivesTheFocusBack) {
     Component* box = pane(gui);
     Probe* a = add(*box, "a");
     Probe* b = add(gui, "b");
-    EXPECT_EQ(gui.getFocused(), &gui);
     a->setFocused(true);
     EXPECT_TRUE(a->isFocused() && box->isFocused() && gui.isFocused());
     b->setFocused(true);
@@ -128,19 +95,16 @@ TEST_F(Tree, FocusFlagsFollowTheChainAndLeavingTheTreeGivesTheFocusBack) {
 }
 
 TEST_F(Tree, ArrowsAndAxesWrapSkipWhatIsOutOfReachAndTellTheCallback) {
-    Callback callback;
-    gui.setCallback(&callback);
     for (const char* name : {"a", "b", "c", "d"}) add(gui, name);
     gui.recalcNeighbours();
     gui["c"]->setFocused(true);  // direct focusing is no navigation
-    EXPECT_EQ(press({SDLK_DOWN, SDLK_UP, SDLK_LEFT}), (Names{"d", "c", "c"}));  // alone in its row
+    EXPECT_EQ(press({SDLK_DOWN, SDLK_UP, SDLK_LEFT}), (Journal{"d", "c", "c"}));  // alone in its row
     gui["b"]->setVisible(false);
     gui["c"]->setEnabled(false);
     gui["a"]->setFocused(true);
-    EXPECT_EQ(press({SDLK_DOWN, SDLK_DOWN, SDLK_UP}), (Names{"d", "a", "d"}));
+    EXPECT_EQ(press({SDLK_DOWN, SDLK_DOWN, SDLK_UP}), (Journal{"d", "a", "d"}));
     EXPECT_EQ(callback.moves, 5);
-
-    // The joystick's axis 1 moves as the arrows do, only joystick 0 and axes 0 and 1 count.
+    // The joystick's axis 1 moves as the arrows do; only joystick 0 and axes 0 and 1 count.
     Component* d = gui["d"];
     EXPECT_TRUE(d->joyAxisMotion(&q, 0, 1, 1));
     EXPECT_TRUE(gui["a"]->joyAxisMotion(&q, 0, 1, 0));  // centred: handled, no move
@@ -150,7 +114,7 @@ TEST_F(Tree, ArrowsAndAxesWrapSkipWhatIsOutOfReachAndTellTheCallback) {
     // A direction trigger wins over the neighbour.
     gui["a"]->setEnabled(false);
     d->triggers[East] = fakeTrigger(7);
-    EXPECT_EQ(press({SDLK_DOWN, SDLK_RIGHT}), (Names{"d", "d"}));  // nothing else in reach: no callback
+    EXPECT_EQ(press({SDLK_DOWN, SDLK_RIGHT}), (Journal{"d", "d"}));  // nothing else in reach: no callback
     EXPECT_TRUE(d->joyAxisMotion(&q, 0, 0, 1));
     EXPECT_EQ(drain(q), (std::vector<Trigger*>{fakeTrigger(7), fakeTrigger(7)}));
     EXPECT_EQ(callback.moves, 7);
@@ -158,19 +122,19 @@ TEST_F(Tree, ArrowsAndAxesWrapSkipWhatIsOutOfReachAndTellTheCallback) {
 }
 
 TEST_F(Tree, NeighboursOfSpanningCellsAndEmptyCells) {
-    Probe* wide = add(gui, "wide", true, 0, 0, 2, 1);
-    Probe* left = add(gui, "left", true, 0, 1);
-    Probe* right = add(gui, "right", true, 1, 1);
-    Probe* tall = add(gui, "tall", true, 2, 0, 1, 2);
+    Probe* wide = add(gui, "wide", {}, true, 0, 0, 2, 1);
+    Probe* left = add(gui, "left", {}, true, 0, 1);
+    Probe* right = add(gui, "right", {}, true, 1, 1);
+    Probe* tall = add(gui, "tall", {}, true, 2, 0, 1, 2);
     gui.recalcNeighbours();
     // From its top-left cell, (1, 0) is the wide one itself; the tall one spans the whole column.
     EXPECT_EQ((Children{wide->neighbours[East], wide->neighbours[West], right->neighbours[North],
                         left->neighbours[West], tall->neighbours[South], tall->neighbours[East]}),
               (Children{nullptr, tall, wide, tall, nullptr, wide}));
     Component column;
-    Probe* span = add(column, "span", true, 0, 0, 2, 1);
-    add(column, "label", false, 0, 1);  // an empty cell the search does not skip
-    Probe* below = add(column, "below", true, 0, 2);
+    Probe* span = add(column, "span", {}, true, 0, 0, 2, 1);
+    add(column, "label", {}, false, 0, 1);  // an empty cell the search does not skip
+    Probe* below = add(column, "below", {}, true, 0, 2);
     column.recalcNeighbours();
     EXPECT_EQ((Children{span->neighbours[East], span->neighbours[West], span->neighbours[South], below->neighbours[North]}),
               (Children{nullptr, nullptr, nullptr, nullptr}));
@@ -178,30 +142,29 @@ TEST_F(Tree, NeighboursOfSpanningCellsAndEmptyCells) {
 
 TEST_F(Tree, TabCyclesInsideTheInnermostNonFocusableContainer) {
     Component* box = pane(gui);
-    Probe* label = add(*box, "label", false);
-    Probe* first = add(*box, "first");
+    Probe* label = add(*box, "label", {}, false);
+    add(*box, "first");
     Probe* slider = add(*box, "slider");
     add(*slider, "dec");
     add(*slider, "inc");
     add(*box, "last");
     add(gui, "outside");
-    first->setFocused(true);
+    gui["first"]->setFocused(true);
     // Tab descends into the slider's step buttons and climbs back to the focusable slider.
     const SDLKey tab = SDLK_TAB;
-    EXPECT_EQ(press({tab, tab, tab, tab, tab, tab}), (Names{"slider", "dec", "inc", "slider", "dec", "inc"}));
+    EXPECT_EQ(press({tab, tab, tab, tab, tab, tab}), (Journal{"slider", "dec", "inc", "slider", "dec", "inc"}));
     gui["last"]->setFocused(true);
-    EXPECT_EQ(press({tab}), (Names{"first"}));
+    EXPECT_EQ(press({tab}), (Journal{"first"}));
     // With nothing focusable in reach, Tab changes nothing.
     for (Component* c : box->getChildren()) c->setEnabled(c == label);
     label->setFocused(true);  // hovering focuses anything
-    EXPECT_EQ(press({tab}), (Names{"label"}));
+    EXPECT_EQ(press({tab}), (Journal{"label"}));
     Component lonely;
     lonely.focusNext();  // no parent: the walk ends at once
 }
 
 TEST_F(Tree, PerformRunsChildrenLastToFirstAndStopsAtDisabledComponents) {
-    auto* box = new Probe(journal, "box", false);
-    gui += box;
+    Probe* box = add(gui, "box", {}, false);
     add(*box, "a");
     add(*box, "b");
     Probe* c = add(gui, "c");
@@ -209,5 +172,5 @@ TEST_F(Tree, PerformRunsChildrenLastToFirstAndStopsAtDisabledComponents) {
     box->setEnabled(false);
     c->setVisible(false);  // hidden components still perform
     gui.perform(&q, 16.0f);
-    EXPECT_EQ(journal, (Names{"c perform", "box perform", "b perform", "a perform", "c perform"}));
+    EXPECT_EQ(journal, (Journal{"c perform", "box perform", "b perform", "a perform", "c perform"}));
 }

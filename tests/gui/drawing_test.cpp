@@ -63,6 +63,38 @@ const char* const STYLES =
     "<CheckboxStyle name=\"cs\" checked=\"bsOn\" unchecked=\"bs\"/>"
     "<DropdownListStyle name=\"ds\" up=\"lUp\" upHot=\"lUpHot\" downHot=\"lDownHot\" image=\"marker\"/>";
 
+// A 120 x 30 widget in column c (resting, pressed, hot, pressed and hot) and row r from the top.
+std::string cell(const std::string& type, const std::string& name, int c, int r, const std::string& more) {
+    return "<" + type + " name=\"" + name + std::to_string(c) + "\" x=\"" + std::to_string(20 + 160 * c) + "\" y=\"" +
+           std::to_string(500 - 60 * r) + "\" width=\"120\" height=\"30\" " + more + "/>";
+}
+
+std::string widgets() {
+    std::string w = "<Pane name=\"pane\" x=\"20\" y=\"20\" width=\"760\" height=\"560\" style=\"frame\">" +
+                    cell("Button", "b", 0, 0, "style=\"bs\" caption=\"AB\"") +
+                    cell("Button", "b", 1, 0, "style=\"bs\" repeat=\"true\"") +
+                    "<DropdownList name=\"d0\" x=\"20\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\">"
+                    "<Item caption=\"A\"/></DropdownList>" +
+                    cell("Textfield", "t", 0, 5, "style=\"lUp\" caption=\"C\"") +
+                    cell("Textfield", "t", 2, 5, "style=\"lUpHot\" caption=\"C\"") +
+                    cell("Label", "label", 0, 6, "style=\"lLeft\" image=\"marker\" caption=\"AB\"") +
+                    cell("Label", "fontless", 3, 6, "style=\"lCentred\" image=\"marker\"") +
+                    cell("InputCaptor", "captor", 2, 6, "");
+    for (int c : {2, 3}) {
+        w += cell("Button", "b", c, 0, "style=\"bs\"") + cell("DropdownList", "d", c, 3, "style=\"ds\"");
+    }
+    for (int c : {0, 2, 3}) w += cell("Checkbox", "c", c, 1, "style=\"cs\"") + cell("Checkbox", "k", c, 2, "style=\"cs\" checked=\"true\"");
+    return w + "<Slider_int name=\"s0\" x=\"20\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
+               " buttonStyle=\"bs\" buttonsBefore=\"dec\" buttonsAfter=\"inc\" min=\"0\" max=\"10\" value=\"0\"/>"
+               "<Slider_int name=\"s2\" x=\"340\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
+               " min=\"0\" max=\"10\" value=\"10\"/><Slider_float name=\"s3\" x=\"660\" y=\"200\" width=\"20\" height=\"330\""
+               " orientation=\"vertical\" barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"1\" value=\"0.5\"/>"
+               "<Pane name=\"clip\" x=\"20\" y=\"60\" width=\"100\" height=\"40\" style=\"rBar\">"
+               "<Button name=\"overflow\" x=\"60\" y=\"5\" width=\"80\" height=\"30\" style=\"bs\"/></Pane></Pane>"
+               "<LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\" imageHorizontal=\"left\"/>"
+               "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
+}
+
 // Every widget in every state it can show, on a textured pane in a real window.
 class Drawing : public WindowTest {
 protected:
@@ -84,7 +116,7 @@ protected:
                                            "<image name=\"marker\" filename=\"marker.png\"/></images>"
                                            "<gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
                                            " width=\"800\" height=\"600\" visible=\"true\">") +
-                                   STYLES + WIDGETS + "</gui></resources>"),
+                                   STYLES + widgets() + "</gui></resources>"),
                      "");
         manager.get<gfx::ImageBank>("guiImages")->refresh(nullptr);
         gui = manager.get<GUI>("gui");
@@ -114,43 +146,6 @@ protected:
     }
     Component* at(const std::string& name) { return (*gui)[name]; }
 
-    // Rows from the top; columns: resting, pressed, hot, pressed and hot.
-    static constexpr const char* WIDGETS =
-        "<Pane name=\"pane\" x=\"20\" y=\"20\" width=\"760\" height=\"560\" style=\"frame\">"
-        "<Button name=\"b0\" x=\"20\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\" caption=\"AB\"/>"
-        "<Button name=\"b1\" x=\"180\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\" repeat=\"true\"/>"
-        "<Button name=\"b2\" x=\"340\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\"/>"
-        "<Button name=\"b3\" x=\"500\" y=\"500\" width=\"120\" height=\"30\" style=\"bs\"/>"
-        "<Checkbox name=\"c0\" x=\"20\" y=\"440\" width=\"120\" height=\"30\" style=\"cs\"/>"
-        "<Checkbox name=\"c2\" x=\"340\" y=\"440\" width=\"120\" height=\"30\" style=\"cs\"/>"
-        "<Checkbox name=\"c3\" x=\"500\" y=\"440\" width=\"120\" height=\"30\" style=\"cs\"/>"
-        "<Checkbox name=\"k0\" x=\"20\" y=\"380\" width=\"120\" height=\"30\" style=\"cs\" checked=\"true\"/>"
-        "<Checkbox name=\"k2\" x=\"340\" y=\"380\" width=\"120\" height=\"30\" style=\"cs\" checked=\"true\"/>"
-        "<Checkbox name=\"k3\" x=\"500\" y=\"380\" width=\"120\" height=\"30\" style=\"cs\" checked=\"true\"/>"
-        "<DropdownList name=\"d0\" x=\"20\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\"><Item caption=\"A\"/>"
-        "</DropdownList>"
-        "<DropdownList name=\"d2\" x=\"340\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\"/>"
-        "<DropdownList name=\"d3\" x=\"500\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\"/>"
-        "<Slider_int name=\"s0\" x=\"20\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
-        "  buttonStyle=\"bs\" buttonsBefore=\"dec\" buttonsAfter=\"inc\" min=\"0\" max=\"10\" value=\"0\"/>"
-        "<Slider_int name=\"s2\" x=\"340\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
-        "  min=\"0\" max=\"10\" value=\"10\"/>"
-        "<Slider_float name=\"s3\" x=\"660\" y=\"200\" width=\"20\" height=\"330\" orientation=\"vertical\""
-        "  barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"1\" value=\"0.5\"/>"
-        "<Textfield name=\"t0\" x=\"20\" y=\"200\" width=\"120\" height=\"30\" style=\"lUp\" caption=\"C\"/>"
-        "<Textfield name=\"t2\" x=\"340\" y=\"200\" width=\"120\" height=\"30\" style=\"lUpHot\" caption=\"C\"/>"
-        "<Label name=\"label\" x=\"20\" y=\"140\" width=\"120\" height=\"30\" style=\"lLeft\" image=\"marker\""
-        "  caption=\"AB\"/>"
-        "<Label name=\"fontless\" x=\"500\" y=\"140\" width=\"120\" height=\"30\" style=\"lCentred\""
-        "  image=\"marker\"/>"
-        "<InputCaptor name=\"captor\" x=\"340\" y=\"140\" width=\"120\" height=\"30\"/>"
-        "<Pane name=\"clip\" x=\"20\" y=\"60\" width=\"100\" height=\"40\" style=\"rBar\">"
-        "  <Button name=\"overflow\" x=\"60\" y=\"5\" width=\"80\" height=\"30\" style=\"bs\"/>"
-        "</Pane>"
-        "</Pane>"
-        "<LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\" imageHorizontal=\"left\"/>"
-        "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
-
     OwningManager manager;
     GUI* gui = nullptr;
     ControlQueue q;
@@ -179,44 +174,30 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         return std::pair<int, int>(int(20 + c->getPos().x + c->getDimensions().x / 2),
                                    int(20 + c->getPos().y + c->getDimensions().y / 2));
     };
-    // Columns: resting, pressed, hot, pressed and hot; rows: buttons, unchecked and checked
-    // boxes, lists, text fields; dropdown lists carry the marker in the middle of their box.
+    // Rows: buttons, unchecked and checked boxes, lists with the marker in the middle, text fields;
+    // the vertical slider's handle half way up; a label without a font style: its image in the middle.
     const std::pair<const char*, Uint32> centres[] = {
-        {"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080}, {"c0", 0x404040},
-        {"c2", 0x008000}, {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060}, {"k3", 0x600060},
-        {"d0", 0xFFFF00}, {"t0", 0x404040}, {"t2", 0x008000}, {"s3", 0x404040},  // the vertical slider half way up
-        {"fontless", 0xFFFF00}};  // a label without a font style: its image in the middle
+        {"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080}, {"c0", 0x404040}, {"c2", 0x008000},
+        {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060}, {"k3", 0x600060}, {"d0", 0xFFFF00}, {"t0", 0x404040},
+        {"t2", 0x008000}, {"s3", 0x404040}, {"fontless3", 0xFFFF00}};
     for (const auto& [name, colour] : centres) EXPECT_EQ(pixel(centre(name).first, centre(name).second), colour) << name;
+    // The cursor over everything with its own blending, beside it b1; the bevel light on the left
+    // and dark below; the dropdown lists' boxes beside their markers; s0's bar and its handle at 0
+    // after the dec button, s2's at 10 and hot, s3's bar; text vertically centred: b0's "AB" with
+    // a unit between the glyphs and nothing below them, t2's "C" and the focused field's "_" (none
+    // in t0); the label's marker at its left edge with its text right of it; the textured frame's
+    // edges outside the pane and its stretched centre inside; a child inside its container and
+    // clipped at the container's right edge.
     const struct {
         int x, y;
         Uint32 colour;
-        const char* what;
     } pixels[] = {
-        {255, 535, 0xFF0000, "the cursor, over everything, with its own blending"},
-        {270, 535, 0x800000, "b1 beside the cursor"},
-        {20 + 20 - 1, 20 + 515, 0xFFFFFF, "the bevel: light on the left"},
-        {20 + 80, 20 + 500 - 1, 0x000000, "the bevel: dark below"},
-        {centre("d0").first - 10, centre("d0").second, 0x404040, "d0's box beside the marker"},
-        {centre("d3").first - 10, centre("d3").second, 0x000080, "d3's box beside the marker"},
-        {20 + 20 + 150, 20 + 270, 0x303030, "s0's bar"},
-        {20 + 20 + 30, 20 + 270, 0x404040, "s0's handle at 0, after the dec button"},
-        {20 + 340 + 270, 20 + 270, 0x008000, "s2's handle at 10, hot"},
-        {20 + 670, 20 + 210, 0x303030, "s3's bar"},
-        {40 + 3, 520 + 15, 0xFFFFFF, "A of b0's AB, vertically centred at its left edge"},
-        {40 + 6, 520 + 15, 0x404040, "the unit between the glyphs"},
-        {40 + 10, 520 + 15, 0xFFFFFF, "B"},
-        {40 + 3, 520 + 8, 0x404040, "below the glyphs"},
-        {360 + 3, 220 + 15, 0xFFFFFF, "t2's C"},
-        {360 + 10, 220 + 15, 0xFFFFFF, "the focused field's _"},
-        {40 + 10, 220 + 15, 0x404040, "no _ without the focus"},
-        {40 + 4, 160 + 15, 0xFFFF00, "the label's marker at its left edge"},
-        {40 + 8 + 3, 160 + 15, 0xFFFFFF, "the label's text right of it"},
-        {16, 300, 0x0000FF, "the textured frame's edges outside the pane"},
-        {400, 584, 0x0000FF, "upper edge"},
-        {16, 16, 0x0000FF, "lower left corner"},
-        {400, 30, 0x102010, "the stretched centre inside"},
-        {20 + 20 + 90, 20 + 80, 0x404040, "a child inside its container"},
-        {20 + 20 + 110, 20 + 80, 0x102010, "and clipped at the container's right edge"},
-    };
-    for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.what;
+        {255, 535, 0xFF0000}, {270, 535, 0x800000}, {39, 535, 0xFFFFFF}, {100, 519, 0x000000},
+        {centre("d0").first - 10, centre("d0").second, 0x404040}, {centre("d3").first - 10, centre("d3").second, 0x000080},
+        {190, 290, 0x303030}, {70, 290, 0x404040}, {630, 290, 0x008000}, {690, 230, 0x303030},
+        {43, 535, 0xFFFFFF}, {46, 535, 0x404040}, {50, 535, 0xFFFFFF}, {43, 528, 0x404040}, {363, 235, 0xFFFFFF},
+        {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF},
+        {16, 300, 0x0000FF}, {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010},
+        {130, 100, 0x404040}, {150, 100, 0x102010}};
+    for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
 }

@@ -64,6 +64,16 @@ inline std::vector<norvane::Trigger*> drain(norvane::ControlQueue& q) {
     return out;
 }
 
+// Takes every event it is offered and notes its type: what the evaluators in front let through.
+class CatchAll : public norvane::Evaluator {
+public:
+    bool evaluate(const SDL_Event& event, norvane::ControlQueue*) override {
+        seen.push_back(event.type);
+        return true;
+    }
+    std::vector<int> seen;
+};
+
 // SDL's own event queue (the dummy video driver will do) read by a control queue, as in the game.
 class EventQueueTest : public testing::Test {
 protected:
