@@ -32,6 +32,7 @@ void GameData::TearDown() { forgetGame(); }
 void GameWindow::SetUp() {
     WindowTest::SetUp();
     startClean();
+    norvane::mkdirs(TEST_TMP_DIR "/");  // where the audio writes its wave file
 }
 
 void GameWindow::TearDown() { forgetGame(); }
