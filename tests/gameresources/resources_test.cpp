@@ -102,6 +102,9 @@ TEST_F(GameData, TwoPlayersShareTheKeyboardOnFirstStart) {
         }
     }
 
+    EXPECT_FALSE(r.evaluatorGameCore->enabled || single->enabled || players[0]->enabled || players[1]->enabled);
+    EXPECT_TRUE(r.evaluatorCore->enabled && r.evaluatorMenu->enabled);
+
     // A two-player game: each player presses a key, then the window loses the focus.
     players[0]->enabled = players[1]->enabled = true;
     for (SDLKey key : {SDLK_LEFT, SDLK_d, SDLK_RCTRL, SDLK_LSHIFT, SDLK_F11}) {
@@ -180,6 +183,7 @@ TEST_F(GameWindow, TheShippedDataLoadsCleanlyAndEveryNameResolves) {
     EXPECT_EQ(r->fontStandard->name.size, 33u);
     EXPECT_EQ(r->gui->getCallback(), &vantorix::callback);
 
+    EXPECT_TRUE(r->rcGame.blending && r->rcHud.blending && r->rcGui.blending);
     EXPECT_EQ(r->logoPosition.x, (800 - r->imageLogo->getWidth()) * 0.5f);
     EXPECT_EQ(r->logoPosition.y, 600 - r->imageLogo->getHeight() - 10.0f);
     EXPECT_TRUE(r->musicManager);
@@ -196,6 +200,7 @@ TEST_F(GameWindow, TheShippedDataLoadsCleanlyAndEveryNameResolves) {
     for (int pass = 0; pass < 10000 && !r->loaded; ++pass) norvane::perform(SDL_GetTicks() + 20);
     EXPECT_TRUE(r->loaded);
     EXPECT_FALSE(r->imageLoader);
+    EXPECT_TRUE(r->evaluatorMenu->enabled);
     EXPECT_EQ(application->minTicks, vantorix::specs.minFrameTime - vantorix::specs.minFrameTimeOffset);
     EXPECT_GT(r->imageLaserRoundRed->getWidth(), 0);
     EXPECT_TRUE(r->pMainMenu->getVisible());

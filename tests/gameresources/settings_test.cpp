@@ -42,13 +42,13 @@ TEST_F(GameData, SettingsChangeOnlyWhatTheFileSaysAndBadFilesChangeNothing) {
         const char* fire;     // the single player's fire keys, when the file changes them
         const char* warning;  // null: nothing is logged
     } cases[] = {
-        {R"(<settings><sound volumeSfx="20" volumeMusic="0"/></settings>)", {800, 600, false, 20, 0}, nullptr, nullptr},
+        {R"(<settings><sound volumeSfx="100" volumeMusic="0"/></settings>)", {800, 600, false, 100, 0}, nullptr, nullptr},
         {R"(<settings><controls name="multi 3"><trigger name="fire"><keyTranslator key="x"/></trigger></controls>
             <controls name="single"><trigger name="fire"><keyTranslator key="f"/></trigger></controls>
             <screen fullscreen="true" xRes="1024" yRes="768"/></settings>)",
          {1024, 768, true, 70, 100}, "f", "(warning) Unknown control group \"multi 3\".\n"},
         // a window that cannot open would end every start-up, and each would save it again
-        {R"(<settings><screen xRes="-5" yRes="99999999999"/><sound volumeSfx="400" volumeMusic="-1"/></settings>)",
+        {R"(<settings><screen xRes="-5" yRes="99999999999"/><sound volumeSfx="101" volumeMusic="-1"/></settings>)",
          defaults, nullptr, "(warning) Settings: xRes -5 is not from 200 to 16384, keeping 800.\n"},
         {"", defaults, nullptr, nullptr},  // no element: nothing to apply
         {R"(<settings><sound volumeSfx="5"></screen></settings>)", defaults, nullptr, "Could not load settings: "},
