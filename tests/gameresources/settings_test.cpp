@@ -48,7 +48,7 @@ TEST_F(GameData, SettingsChangeOnlyWhatTheFileSaysAndBadFilesChangeNothing) {
             <screen fullscreen="true" xRes="1024" yRes="768"/></settings>)",
          {1024, 768, true, 70, 100}, "f", "(warning) Unknown control group \"multi 3\".\n"},
         // a window that cannot open would end every start-up, and each would save it again
-        {R"(<settings><screen xRes="-5" yRes="99999999999"/><sound volumeSfx="101" volumeMusic="-1"/></settings>)",
+        {R"(<settings><screen xRes="-5" yRes="99999999999"/><sound volumeSfx="101" volumeMusic="101"/></settings>)",
          defaults, nullptr, "(warning) Settings: xRes -5 is not from 200 to 16384, keeping 800.\n"},
         {"", defaults, nullptr, nullptr},  // no element: nothing to apply
         {R"(<settings><sound volumeSfx="5"></screen></settings>)", defaults, nullptr, "Could not load settings: "},
