@@ -102,8 +102,7 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
     StreamedSample* c = piece("c.ogg", "0.1 sine 882", true);
     music.play();
     EXPECT_FALSE(music.isPlaying());  // nothing queued
-    music.addAsLast(b);
-    music.addAsLast(c);
+    for (StreamedSample* s : {b, c}) music.addAsLast(s);
     music.addAsNext(a);
     EXPECT_EQ(music.queued(), (Queue{a, b, c}));
     music.skipToLast();
@@ -115,8 +114,7 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
     EXPECT_FALSE(music.isPlaying());
     EXPECT_EQ(music.playing(), nullptr);
     music.setVolume(0.8f);
-    music.addAsLast(b);
-    music.addAsLast(a);
+    for (StreamedSample* s : {b, a}) music.addAsLast(s);
     music.play();
     music.play();  // while playing: stops first, then starts the next piece
     EXPECT_EQ(music.playing(), a);
@@ -139,7 +137,7 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
 
 TEST_F(Music, BrokenPiecesNeverStopTheThread) {
     WatchedMusic music;
-    StreamedSample missing;
+    StreamedSample missing, notVorbis;
     missing.filename = "nowhere/missing.ogg";
     music.addAsLast(&missing);
     EXPECT_EQ(thrownBy([&] { music.play(); }),
@@ -147,7 +145,6 @@ TEST_F(Music, BrokenPiecesNeverStopTheThread) {
     music.stop();
     StreamedSample* damaged = piece("damaged.ogg", "3 whitenoise vol 0.3", true, 8192);
     damage(damaged->filename);
-    StreamedSample notVorbis;
     notVorbis.filename = writeFile("text.ogg", "no music");
     StreamedSample* good = piece("good.ogg", "0.1 sine 441", true);
     const std::string log = captured([&] {

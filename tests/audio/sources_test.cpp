@@ -105,7 +105,16 @@ TEST_F(Pool, VolumesApplyToNewSoundsOrAtOnceAndBrokenSamplesCostNoSource) {
     EXPECT_FLOAT_EQ(gainOf(before), 0.2f);
     EXPECT_FLOAT_EQ(gainOf(after), 0.2f);
 
+    // A streamed sound cut off by a newer one must not stop its successor when it goes.
     pool.resize(1);
+    StreamedSample stream;
+    stream.filename = tone.filename;
+    pool.play(&stream, &looping);
+    Sound* successor = pool.play(&tone, &looping);
+    pool.perform(10.0f);
+    ALint state = 0;
+    alGetSourcei(successor->getSource()->name, AL_SOURCE_STATE, &state);
+    EXPECT_EQ(state, AL_PLAYING);
     StreamedSample missing;
     missing.filename = "nowhere/x.ogg";
     EXPECT_EQ(thrownBy([&] { pool.play(&missing); }),

@@ -64,6 +64,11 @@ TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
         EXPECT_EQ(up->translate(joyAxisEvent(0, 1, c.v), &q), c.consumed) << c.v;
         EXPECT_FLOAT_EQ(analog->value, c.value) << c.v;
     }
+    // The lower half's binding is told of the centred stick too, or its value would stay.
+    auto* down = new JoyAxisTranslator(analog, 0, 1, -1, 4000, 30000);
+    EXPECT_FALSE(down->translate(joyAxisEvent(0, 1, 20000), &q));
+    EXPECT_TRUE(down->translate(joyAxisEvent(0, 1, -20000), &q) && down->translate(joyAxisEvent(0, 1, 0), &q));
+    EXPECT_EQ(analog->value, 0.0f);
     EXPECT_TRUE(q.isEmpty());
 
     // A digital trigger only asks whether the dead zone is left, in either direction.

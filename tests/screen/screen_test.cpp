@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <regex>
 
-#include "gfx/justification.h"
 #include "norvane.h"
 #include "rendercontext.h"
 #include "support/window.h"
@@ -35,19 +34,6 @@ TEST(Color, ReadFromXmlElements) {
                   (std::vector<float>{c.r, c.g, c.b, c.a}))
             << node.toString(0);
     }
-}
-
-TEST(Justification, WordsAreExactAndCaseSensitive) {
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(norvane::justificationHorizontal(norvane::STR_JUSTIFICATION_HORIZONTAL[i]), i);
-        EXPECT_EQ(norvane::justificationVertical(norvane::STR_JUSTIFICATION_VERTICAL[i]), i);
-    }
-    EXPECT_EQ(norvane::justificationHorizontal("right"), norvane::JH_RIGHT);
-    EXPECT_EQ(norvane::justificationVertical("bottom"), norvane::JV_BOTTOM);
-    EXPECT_EQ(thrownBy([] { norvane::justificationHorizontal("Left"); }),
-              "Left is not a valid JustificationHorizontal value.");
-    EXPECT_EQ(thrownBy([] { norvane::justificationVertical("middle"); }),
-              "middle is not a valid JustificationVertical value.");
 }
 
 TEST(Screen, GetPixelReadsLittleEndianBytesAndNothingOpensWithoutADisplay) {
