@@ -36,6 +36,7 @@ TEST_F(Evaluators, OnlyTheFrontEnabledEvaluatorFiresAndHeldTriggersRepeatUntilFl
     front.enabled = false;
     EXPECT_EQ(deliver(keyEvent(SDLK_SPACE, true)), (Fired{backFire}));
     EXPECT_TRUE(deliver(keyEvent(SDLK_q, true)).empty());
+    EXPECT_FALSE(back.evaluate(SDL_Event{SDL_VIDEOEXPOSE}, &q));  // left to the evaluators behind
 
     EXPECT_TRUE(deliver(keyEvent(SDLK_RIGHT, true)).empty());
     q.perform(16);

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -106,11 +105,9 @@ TEST(SpriteCollision, BoxesTouchOnlyAtTheLeftOrTopEdgeAndMasksDecideAfterThem) {
 }
 
 TEST(SpriteCollision, EnginesFindExactlyThePairsOfNestedLoops) {
-    std::vector<std::unique_ptr<Bitmask>> masks;
-    for (auto* s : {disc(24, false).release(), disc(40, true).release(), makeRgbaSurface(16, 16).release()}) {
-        masks.emplace_back(new Bitmask(s, 0.5f, false));  // the last one has nothing solid
-        SDL_FreeSurface(s);
-    }
+    std::vector<std::unique_ptr<Bitmask>> masks;  // the last one has nothing solid
+    const SurfacePtr surfaces[] = {disc(24, false), disc(40, true), makeRgbaSurface(16, 16)};
+    for (const SurfacePtr& s : surfaces) masks.emplace_back(new Bitmask(s.get(), 0.5f, false));
     for (unsigned seed : {1u, 2u, 3u, 4u}) {
         std::srand(seed);
         Calls calls;
@@ -146,14 +143,7 @@ TEST(SpriteCollision, EnginesFindExactlyThePairsOfNestedLoops) {
             nestedLoops(engine, other);
             restore();
             EXPECT_EQ(found, calls) << "seed " << seed;
-            if (!other) {
-                EXPECT_GT(found.size(), 20u) << "the scene should be busy enough to mean something";
-            }
-            for (const auto& call : found) {
-                const auto told = std::find_if(probes.begin(), probes.end(),
-                                               [&](const auto& p) { return p.get() == call.first; });
-                EXPECT_TRUE(flags[static_cast<size_t>(told - probes.begin())]) << "told while not collidable";
-            }
+            EXPECT_TRUE(other || found.size() > 20u) << "the scene should be busy enough to mean something";
         }
     }
 }
