@@ -11,6 +11,7 @@
 
 #include "../../norvane/src/buildinfo.h"
 #include "debug/log.h"
+#include "support/tasks.h"
 
 namespace {
 
@@ -67,12 +68,6 @@ public:
     std::function<void()> onDelete;
 };
 
-class Recorder : public norvane::BackgroundTaskCallback {
-public:
-    void onStart(norvane::BackgroundTask*) override { events += "start "; }
-    void onFinish(norvane::BackgroundTask*) override { events += "finish "; }
-    std::string events;
-};
 
 }  // namespace
 
@@ -133,7 +128,7 @@ TEST(Lifecycle, InitLogsTheVersionAndQuitFreesTasksOnceAndExitsWithStatusZero) {
 TEST(BackgroundTasks, PerformGivesTurnsInOrderAndRetiresFinishedTasks) {
     ASSERT_EQ(SDL_Init(SDL_INIT_TIMER), 0);
     norvane::perform(SDL_GetTicks() + 1000);  // an empty list is fine
-    Recorder recorder;
+    TaskEvents recorder;
     int deleted = 0;
     auto* quick = new Task(&recorder, 1, [&] { ++deleted; });
     auto* slow = new Task(nullptr, 3, [&] { ++deleted; });

@@ -8,6 +8,7 @@
 #include "gfx/simpleimage.h"
 #include "image_files.h"
 #include "norvane.h"
+#include "support/tasks.h"
 #include "support/window.h"
 
 using norvane::gfx::ImageBank;
@@ -38,12 +39,6 @@ private:
     std::vector<Start>* starts;
 };
 
-class Callback : public norvane::BackgroundTaskCallback {
-public:
-    void onStart(norvane::BackgroundTask*) override { events += "start "; }
-    void onFinish(norvane::BackgroundTask*) override { events += "finish "; }
-    std::string events;
-};
 
 }  // namespace
 
@@ -52,7 +47,7 @@ TEST(ImageLoader, StartsEachImageBeforeTheDeadlineAndCountsToTheEnd) {
     std::vector<Start> starts;
     ImageBank bank;
     for (char c = 'a'; c <= 'l'; ++c) bank.add(std::string(1, c), new SlowImage(&starts));
-    Callback callback;
+    TaskEvents callback;
     ImageLoader loader(&bank, &callback);
     EXPECT_EQ(callback.events, "start ");
     loader.perform(SDL_GetTicks());  // no time at all: nothing starts
@@ -100,7 +95,7 @@ TEST_F(WindowTest, FrameworkLoadsABankPieceByPieceAndStopsAtAFileThatWillNotLoad
                                       "</loop><image name=\"z\" filename=\"i0.png\"/></images>"),
               "");
     ASSERT_EQ(bank.size(), 8);  // i6.png does not exist
-    Callback callback;
+    TaskEvents callback;
     norvane::backgroundTasks.push_back(new ImageLoader(&bank, &callback));
     auto frames = [] {
         for (int frame = 0; !norvane::backgroundTasks.empty() && frame < 10000; ++frame) {
