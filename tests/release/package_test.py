@@ -16,6 +16,14 @@ import time
 import unittest
 import xml.etree.ElementTree as ET
 
+try:
+    from PIL import Image, ImageStat
+except ImportError:
+    # Another python3 earlier on PATH (a per-user install) lacks Debian's modules.
+    if sys.executable != "/usr/bin/python3" and os.path.exists("/usr/bin/python3"):
+        os.execv("/usr/bin/python3", ["/usr/bin/python3"] + sys.argv)
+    raise
+
 REPO = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
 OUT = os.path.join(os.environ.get("VANTORIX_BUILD_DIR", os.path.join(REPO, "build")), "tests",
                    "release")
@@ -58,6 +66,11 @@ def has_program():
     return os.path.exists(os.path.join(BUILD, "vantorix"))
 
 
+def read(path, binary=False):
+    with open(path, "rb" if binary else "r") as f:
+        return f.read()
+
+
 def mode(path):
     info = os.lstat(path)
     return stat.S_IMODE(info.st_mode), pwd.getpwuid(info.st_uid).pw_name, \
@@ -69,7 +82,7 @@ class Package(unittest.TestCase):
     def setUpClass(cls):
         cls.deb, cls.tree = package()
         cls.app_id = re.search(r"^VANTORIX_APP_ID:\w+=(.*)$",
-                               open(os.path.join(BUILD, "CMakeCache.txt")).read(), re.M).group(1)
+                               read(os.path.join(BUILD, "CMakeCache.txt")), re.M).group(1)
         cls.has_program = has_program()
         cls.files = set(run("dpkg-deb", "-c", cls.deb).splitlines())
 
@@ -134,7 +147,7 @@ class Package(unittest.TestCase):
         result = subprocess.run(["appstreamcli", "validate", "--no-net", metainfo],
                                 capture_output=True, text=True)
         self.assertEqual(result.returncode, 0, result.stdout)
-        text = open(metainfo).read()
+        text = read(metainfo)
         for needed in ("<control>keyboard</control>", "<control>gamepad</control>",
                        "<binary>vantorix</binary>", "<screenshot type=\"default\">",
                        "content_rating type=\"oars-1.1\""):
@@ -148,8 +161,8 @@ class Package(unittest.TestCase):
         for path in ("/var/games/vantorix/highscores.xml", "~/.vantorix/settings.xml"):
             self.assertIn(path, result.stdout)
         for n in ICON_SIZES:
-            header = open(os.path.join(share, "icons", "hicolor", "%dx%d" % (n, n), "apps",
-                                       "vantorix.png"), "rb").read(26)
+            header = read(os.path.join(share, "icons", "hicolor", "%dx%d" % (n, n), "apps",
+                                       "vantorix.png"), binary=True)[:26]
             self.assertEqual(header[:8], b"\x89PNG\r\n\x1a\n")
             self.assertEqual((int.from_bytes(header[16:20], "big"),
                               int.from_bytes(header[20:24], "big")), (n, n))
@@ -169,6 +182,51 @@ class Display:
     def __exit__(self, *exc):
         self.server.terminate()
         self.server.wait()
+        self.server.stdout.close()
+
+
+class Player:
+    """Types into the game and watches its title through the game's own screenshots: the title
+    menu fades its logo in while the images load, so a full logo means a loaded title menu."""
+
+    def __init__(self, display, work):
+        self.env = dict(os.environ, DISPLAY=display.name, ALSOFT_DRIVERS="null")
+        self.shot = os.path.join(work, "screenshot.png")
+        logo = Image.open(os.path.join(REPO, "data", "images_gui", "logo.png")).convert("RGBA")
+        black = Image.new("RGBA", logo.size, (0, 0, 0, 255))
+        self.logo = sum(ImageStat.Stat(Image.alpha_composite(black, logo).convert("L")).mean)
+        x = (800 - logo.width) // 2
+        self.box = (x, 10, x + logo.width, 10 + logo.height)  # below the window's top edge
+
+    def keys(self, *keys, pause=0.3):
+        """Types `keys`, each a letter for press (k), down (D) or up (U) and an X key name."""
+        for key in keys:
+            run("xdotool", {"k": "key", "D": "keydown", "U": "keyup"}[key[0]], key[1:],
+                env=self.env)
+            time.sleep(pause)
+
+    def title_shown(self):
+        if os.path.exists(self.shot):
+            os.remove(self.shot)
+        self.keys("kF12")
+        for _ in range(50):
+            if os.path.exists(self.shot):
+                screen = Image.open(self.shot).convert("L").crop(self.box)
+                return sum(ImageStat.Stat(screen).mean) > 0.95 * self.logo
+            time.sleep(0.1)
+        return False
+
+    def until(self, shown, key=None, tries=1, looks=3):
+        """Presses `key` (if any) until the title is shown or gone, as `shown` asks, looking
+        `looks` times after each press; False if it never came."""
+        for _ in range(tries):
+            if key:
+                self.keys("k" + key, pause=1)
+            for _ in range(looks):
+                if self.title_shown() == shown:
+                    return True
+                time.sleep(0.5)
+        return False
 
 
 class Installed(unittest.TestCase):
@@ -183,7 +241,7 @@ class Installed(unittest.TestCase):
             raise unittest.SkipTest("the game program is not built yet")
         # While the game is being written: run it once it opens its title menu, play once the
         # menu starts games.
-        sources = "".join(open(path).read() for path in glob.glob(
+        sources = "".join(read(path) for path in glob.glob(
             os.path.join(REPO, "vantorix", "src", "**", "*.cpp"), recursive=True))
         cls.can_run = re.search(r"\bnew Menu\b", sources) is not None
         cls.can_play = re.search(r"\bnew Game\(", sources) is not None
@@ -195,12 +253,6 @@ class Installed(unittest.TestCase):
 
     def path(self, absolute):
         return ROOT + absolute
-
-    def keys(self, env, *keys, pause=0.3):
-        """Types `keys`, each a letter for press (k), down (D) or up (U) and an X key name."""
-        for key in keys:
-            run("xdotool", {"k": "key", "D": "keydown", "U": "keyup"}[key[0]], key[1:], env=env)
-            time.sleep(pause)
 
     def play(self, display, library_path=None, short_game=False):
         """Starts the installed game as nobody in a working directory of its own, plays a short
@@ -215,38 +267,42 @@ class Installed(unittest.TestCase):
         if library_path:
             # Through the loader, as a setgid program ignores LD_LIBRARY_PATH.
             program = ["/lib64/ld-linux-x86-64.so.2", "--library-path", library_path] + program
-        env = dict(os.environ, DISPLAY=display.name, ALSOFT_DRIVERS="null")
+        player = Player(display, work)
+        log = open(os.path.join(work, "log"), "w+")
         game = subprocess.Popen(
             ["setpriv", "--reuid=%d" % self.user.pw_uid, "--regid=%d" % self.user.pw_gid,
              "--clear-groups", "--"] + program,
-            cwd=work, env=env, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+            cwd=work, env=player.env, stdout=log, stderr=subprocess.STDOUT,
             preexec_fn=lambda: os.umask(0o022))
-        output = ""
         try:
             window = run("xdotool", "search", "--sync", "--onlyvisible", "--name", "Vantorix",
-                         env=env, timeout=60).split()[0]
-            status = open("/proc/%d/status" % game.pid).read()
-            gids = [int(g) for g in re.search(r"^Gid:\s+(.*)$", status, re.M).group(1).split()]
-            maps = open("/proc/%d/maps" % game.pid).read()
-            sdl = sorted({line.split()[-1] for line in maps.splitlines() if "libSDL-1.2" in line})
-            run("xdotool", "windowfocus", "--sync", window, env=env)
-            time.sleep(8)  # the images load first; back during loading quits without asking
+                         env=player.env, timeout=60).split()[0]
+            with open("/proc/%d/status" % game.pid) as status:
+                gids = [int(g) for g in re.search(r"^Gid:\s+(.*)$", status.read(),
+                                                  re.M).group(1).split()]
+            with open("/proc/%d/maps" % game.pid) as maps:
+                sdl = sorted({line.split()[-1] for line in maps if "libSDL-1.2" in line})
+            run("xdotool", "windowfocus", "--sync", window, env=player.env)
+            # Back during loading would quit without asking.
+            self.assertTrue(player.until(True, looks=120), "the title menu never finished loading")
             if short_game:
-                # Mode A from the focused first button; fire and weave, take a screenshot.
-                self.keys(env, "kReturn", pause=2)
-                self.keys(env, "Dspace", "Dleft", pause=1.5)
-                self.keys(env, "Uleft", "Dright", pause=1.5)
-                self.keys(env, "Uright", "kF12", "Uspace")
+                # Mode A from the focused first button (a press while loading goes unheard).
+                self.assertTrue(player.until(False, "Return", tries=5), "no game started")
+                player.keys("Dspace", "DLeft", pause=1.5)
+                player.keys("ULeft", "DRight", pause=1.5)
+                player.keys("URight", "kF12", "Uspace")
                 # Pause, leave by the last button of the in-game menu, back to the title.
-                self.keys(env, "kp", "kDown", "kDown", "kDown", "kReturn", pause=1)
-                self.keys(env, "kEscape", pause=3)
-            self.keys(env, "kEscape", "kReturn")
-            output, _ = game.communicate(timeout=60)
+                player.keys("kp", "kDown", "kDown", "kDown", "kReturn", pause=1)
+                self.assertTrue(player.until(True, "Escape", looks=20), "no way back to the title")
+            player.keys("kEscape", "kReturn")
+            game.wait(timeout=60)
         finally:
             if game.poll() is None:
                 game.kill()
-                output, _ = game.communicate()
-                self.fail("the game did not end:\n" + output)
+                game.wait()
+            log.seek(0)
+            output = log.read()
+            log.close()
         self.assertEqual(game.returncode, 0, output)
         return gids, sdl, work
 
