@@ -7,6 +7,7 @@
 #include <cassert>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 
 #include "debug/log.h"
 #include "gfx/imagebank.h"
@@ -35,6 +36,9 @@ const char* const XML_LINE = "line";
 const char* const XML_INDEX = "index";
 const char* const DESCRIPTION_FILE = "bitmapfont.xml";
 const size_t PRINTF_BUFFER = 1024;
+// Glyph positions are 16-bit pixels: paddings and line numbers beyond them are hostile and would
+// overflow the arithmetic that places the glyphs.
+const long MAX_GLYPH_OFFSET = 0xFFFF;
 
 // A single character stands for its own byte, anything else is a number ("65", "0x41").
 int characterCode(const std::string& text) {
@@ -203,8 +207,15 @@ void BitmapFont::getFromNode(const Node* root, const std::string& fontDir) {
     spacing = static_cast<unsigned char>(root->getAttributeLong(XML_SPACING, spacing));
     yHotSpot = static_cast<signed char>(root->getAttributeLong(XML_Y_HOT_SPOT, yHotSpot));
     const long defaultWidth = root->getAttributeLong(XML_WIDTH, 0);
-    const long hPadding = root->getAttributeLong(XML_H_PADDING, 0);
-    const long vPadding = root->getAttributeLong(XML_V_PADDING, 0);
+    auto padding = [&](const char* attribute) {
+        const long v = root->getAttributeLong(attribute, 0);
+        if (std::labs(v) <= MAX_GLYPH_OFFSET) return v;
+        debug::warning(dbgFonts, "Font \"%s\": %s %ld is out of range, using 0.", descriptor.family.c_str(),
+                       attribute, v);
+        return 0L;
+    };
+    const long hPadding = padding(XML_H_PADDING);
+    const long vPadding = padding(XML_V_PADDING);
 
     // Indexed by code + 128.
     std::array<BitmapFontCharacterData, 256> characters{};
@@ -232,13 +243,23 @@ void BitmapFont::getFromNode(const Node* root, const std::string& fontDir) {
                 debug::error(dbgFonts, "No filename specified for font image. Skipping image.");
             } else {
                 const std::string imageName = descriptor.family + *file;
-                gfx::SimpleImage* simple = new gfx::SimpleImage(imageName, fontDir + *file);
-                images->add(imageName, simple);
-                image = simple;
+                // Glyphs read before point to the image of an earlier element with this file:
+                // replacing it would leave them dangling.
+                image = static_cast<gfx::SimpleImage*>(images->find(imageName));
+                if (!image) {
+                    auto* simple = new gfx::SimpleImage(imageName, fontDir + *file);
+                    images->add(imageName, simple);
+                    image = simple;
+                }
             }
             for (const Node* line : child->children) {
                 if (line->name != XML_LINE) continue;
                 const long index = line->getAttributeLong(XML_INDEX, 0);
+                if (index < 0 || index > MAX_GLYPH_OFFSET) {
+                    debug::error(dbgFonts, "Font \"%s\": line index %ld is out of range. Skipping line.",
+                                 descriptor.family.c_str(), index);
+                    continue;
+                }
                 const auto y = static_cast<unsigned short>((height + vPadding) * (index - 1));
                 long x = 0;
                 for (const Node* glyph : line->children) {
@@ -273,7 +294,8 @@ void BitmapFont::getFromNode(const Node* root, const std::string& fontDir) {
         const BitmapFontCharacterData data = defined[slot] ? characters[slot] : BitmapFontCharacterData();
         widths[static_cast<size_t>(i)] = data.width;
         glNewList(listBase + static_cast<GLuint>(i), GL_COMPILE);
-        if (data.image) {
+        // Without a GL context the images wait, textureless and sizeless, for the next refresh.
+        if (data.image && data.image->getTextureName() != 0) {
             if (oneImage) {
                 singleImage = data.image;
             } else {
