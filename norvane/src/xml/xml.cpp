@@ -18,8 +18,11 @@ namespace xml {
 
 namespace {
 const int BUFFERSIZE = 1023;
-// A hostile definition must not make a bank generate entries for ever.
-const long MAX_LOOP_PASSES = 100000;
+// A hostile definition must not make a bank generate entries for ever; nested loops multiply
+// their passes, so the bound holds for the product. The game's longest loop has 32 passes.
+const long MAX_LOOP_PASSES = 10000;
+// Wider padding is never meant and would only cost memory.
+const long MAX_LOOP_DIGITS = 64;
 const char* const XML_VAR = "var";
 const char* const XML_FROM = "from";
 const char* const XML_TO = "to";
@@ -225,6 +228,8 @@ bool LoopData::advance() {
 std::string LoopData::getString() const { return toStr<int>(current, digits, '0'); }
 
 void readLoop(const Node* node, LoopList& loops, int debugGroup, const std::function<void(const Node*)>& readChildren) {
+    // Passes of the loops around this one; readLoop nests through readChildren.
+    static long enclosingPasses = 1;
     const std::string* var = node->getAttribute(XML_VAR);
     if (!var) {
         debug::error(debugGroup, "No variable specified for loop. Skipping loop.");
@@ -238,20 +243,36 @@ void readLoop(const Node* node, LoopList& loops, int debugGroup, const std::func
         debug::error(debugGroup, "Step size 0 invalid: %s. Skipping loop.", var->c_str());
         return;
     }
-    const bool inDirection = step > 0 ? from < to : from > to;
-    const bool inRange = from >= INT_MIN && from <= INT_MAX && to >= INT_MIN && to <= INT_MAX;
-    if (!inDirection || !inRange || (to - from) / step >= MAX_LOOP_PASSES) {
-        debug::error(debugGroup, "Loop range invalid: %s [%d;%d] (step: %d). Skipping loop.", var->c_str(),
-                     static_cast<int>(from), static_cast<int>(to), static_cast<int>(step));
+    auto isInt = [](long v) { return v >= INT_MIN && v <= INT_MAX; };
+    // A step outside int would be cut to another (even 0) and never reach `to`.
+    const bool inRange = isInt(from) && isInt(to) && isInt(step) && (step > 0 ? from < to : from > to);
+    const long passes = inRange ? (to - from) / step + 1 : 0;
+    if (!inRange || passes > MAX_LOOP_PASSES) {
+        debug::error(debugGroup, "Loop range invalid: %s [%ld;%ld] (step: %ld). Skipping loop.", var->c_str(), from,
+                     to, step);
+        return;
+    }
+    if (passes > MAX_LOOP_PASSES / enclosingPasses) {
+        debug::error(debugGroup, "Loop %s: %ld passes, repeated %ld times by the loops around it, are too many. "
+                     "Skipping loop.", var->c_str(), passes, enclosingPasses);
         return;
     }
     loops.emplace_back(*var, static_cast<int>(from), static_cast<int>(to), static_cast<int>(step),
-                       static_cast<int>(std::min(digits, 64L)));
-    auto self = std::prev(loops.end());
+                       static_cast<int>(std::clamp(digits, 0L, MAX_LOOP_DIGITS)));
+    // Also when a reader throws: the shared lists of the banks outlive this definition.
+    struct Scope {
+        LoopList& loops;
+        LoopList::iterator self;
+        long outerPasses;
+        ~Scope() {
+            loops.erase(self);
+            enclosingPasses = outerPasses;
+        }
+    } scope{loops, std::prev(loops.end()), enclosingPasses};
+    enclosingPasses *= passes;
     do {
         readChildren(node);
-    } while (self->advance());
-    loops.erase(self);
+    } while (scope.self->advance());
 }
 
 std::string substitute(std::string text, const LoopList& loops) {
