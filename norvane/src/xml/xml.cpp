@@ -28,8 +28,7 @@ const char* const XML_FROM = "from";
 const char* const XML_TO = "to";
 const char* const XML_STEP = "step";
 const char* const XML_DIGITS = "digits";
-// Expat hands out UTF-8; the game keeps text as ISO-8859-1 bytes (what its fonts index and what
-// saveXML declares), so a document read and written again keeps its accented letters.
+// Expat hands out UTF-8; Node says why the text is kept as ISO-8859-1.
 std::string toLatin1(const std::string& utf8) {
     std::string out;
     out.reserve(utf8.size());
@@ -116,13 +115,25 @@ void Node::setAttributeBool(std::string attributeName, bool value) {
 }
 
 std::string Node::toString(int indent) const {
-    const std::string pad(static_cast<size_t>(std::max(indent, 0)), ' ');
-    std::string out = pad + "<" + name;
-    for (const auto& attribute : attributes) out += " " + attribute.first + "=\"" + encode(attribute.second) + "\"";
-    if (children.empty()) return out + "/>\n";
-    out += ">\n";
-    for (const Node* child : children) out += child->toString(indent + 2);
-    return out + pad + "</" + name + ">\n";
+    std::string out;
+    write(out, indent);
+    return out;
+}
+
+// Appends to one string: returning each subtree's text would copy it again at every level above.
+void Node::write(std::string& out, int indent) const {
+    const size_t pad = static_cast<size_t>(std::max(indent, 0));
+    out.append(pad, ' ').append("<").append(name);
+    for (const auto& attribute : attributes) {
+        out.append(" ").append(attribute.first).append("=\"").append(encode(attribute.second)).append("\"");
+    }
+    if (children.empty()) {
+        out.append("/>\n");
+        return;
+    }
+    out.append(">\n");
+    for (const Node* child : children) child->write(out, indent + 2);
+    out.append(pad, ' ').append("</").append(name).append(">\n");
 }
 
 void Node::saveXML(const char* filename) const {

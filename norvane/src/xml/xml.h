@@ -10,6 +10,8 @@ namespace norvane {
 namespace xml {
 
 // One element: name, attributes and child elements. Text, comments and processing instructions are dropped.
+// Names and values are held as ISO-8859-1 bytes, the encoding saveXML declares and the game's fonts
+// index, so a document read and written again keeps its accented letters; other characters become '?'.
 class Node {
 public:
     Node() = default;
@@ -40,6 +42,9 @@ public:
     std::string name;
     std::map<std::string, std::string> attributes;
     std::list<Node*> children;
+
+private:
+    void write(std::string& out, int indent) const;
 };
 
 class XMLHandler {
