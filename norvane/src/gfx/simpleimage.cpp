@@ -5,7 +5,10 @@
 #include <SDL/SDL.h>
 #include <SDL/SDL_image.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -50,6 +53,44 @@ SurfacePtr copyInto(SDL_Surface* source, int width, int height, int depth, Uint3
     return target;
 }
 
+// No picture of a 2D game needs more (8192 x 8192 RGBA is 256 MB); a hostile file could ask for gigabytes.
+const int MAX_IMAGE_SIDE = 8192;
+const unsigned char PNG_SIGNATURE[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+
+unsigned long bigEndian32(const unsigned char* bytes) {
+    return static_cast<unsigned long>(bytes[0]) << 24 | static_cast<unsigned long>(bytes[1]) << 16 |
+           static_cast<unsigned long>(bytes[2]) << 8 | bytes[3];
+}
+
+// Walks a PNG's chunk headers before anything is decoded: a tiny file may declare a huge picture,
+// or a chunk longer than the file, which libpng would read on to the end of its declared length.
+// Empty when the file is no PNG or looks sound; otherwise why it is refused.
+std::string pngProblem(const std::string& filename, int maxSide) {
+    std::ifstream in(filename, std::ios::binary);
+    unsigned char header[16];
+    if (!in.read(reinterpret_cast<char*>(header), 8) || std::memcmp(header, PNG_SIGNATURE, 8) != 0) return {};
+    in.seekg(0, std::ios::end);
+    const unsigned long fileSize = static_cast<unsigned long>(in.tellg());
+    for (unsigned long at = 8; at + 8 <= fileSize;) {
+        in.seekg(static_cast<std::streamoff>(at));
+        if (!in.read(reinterpret_cast<char*>(header), 16)) in.clear();
+        const unsigned long length = bigEndian32(header);
+        const std::string type(reinterpret_cast<const char*>(header + 4), 4);
+        if (length + 12 > fileSize - at) {
+            return "its chunk \"" + type + "\" runs past the end of the file";
+        }
+        if (type == "IHDR" && length >= 8) {
+            const unsigned long width = bigEndian32(header + 8), height = bigEndian32(header + 12);
+            if (width > static_cast<unsigned long>(maxSide) || height > static_cast<unsigned long>(maxSide)) {
+                return std::to_string(width) + "x" + std::to_string(height) + " pixels exceed the largest texture";
+            }
+        }
+        if (type == "IEND") break;
+        at += 12 + length;
+    }
+    return {};
+}
+
 int powerOfTwoAtLeast(int n) {
     int p = 1;
     while (p < n) p *= 2;
@@ -68,6 +109,9 @@ void SimpleImage::load(bool last, bool withBitmask) {
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
     // No GL context yet: fonts are read before the window opens, and refreshed once it is.
     if (maxSize == 0) return;
+    maxSize = std::min(maxSize, MAX_IMAGE_SIDE);
+    const std::string problem = pngProblem(filename, maxSize);
+    if (!problem.empty()) throw "Could not load \"" + filename + "\": " + problem + ".";
     SurfacePtr surface(IMG_Load(filename.c_str()));
     if (!surface) throw "Could not load \"" + filename + "\": " + SDL_GetError() + ".";
     if (!isUploadable(surface.get())) {
