@@ -1,0 +1,145 @@
+// Inputs that once crashed, hung or tripped a sanitizer in the fuzz harnesses, fed through the
+// readers the harnesses drive. Each must load, or be refused, with a clear log line.
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gfx/animations.h"
+#include "gfx/fonts.h"
+#include "gfx/simpleimage.h"
+#include "norvane.h"
+#include "resources/manager.h"
+#include "screenshot.h"
+#include "support/captured.h"
+#include "support/files.h"
+#include "support/manager.h"
+#include "support/surfaces.h"
+#include "support/window.h"
+
+using namespace norvane;
+
+namespace {
+
+const std::string INPUTS = SOURCE_DIR "/tests/fuzzcases/inputs/";
+
+std::vector<std::string> inputsOf(const std::string& reader) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(INPUTS + reader)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// A font directory holding `input` as its description and, when given, `image` as its "a.png".
+std::string fontDir(const std::string& input, const std::string& image) {
+    const std::string description = writeFile(input + "/bitmapfont.xml", readFile(INPUTS + "resources/" + input));
+    if (!image.empty()) writeFile(input + "/a.png", readFile(image));
+    return description.substr(0, description.rfind('/') + 1);
+}
+
+// As the resources harness reads: a font description into a font directory, anything else as a
+// resources document whose banks are then used and destroyed. Returns the log and the thrown text.
+std::string readResources(const std::string& input) {
+    const std::string text = readFile(INPUTS + "resources/" + input);
+    std::string thrown;
+    const std::string log = captured([&] {
+        if (text.substr(0, 64).find("<bitmapfont") != std::string::npos) {
+            fonts::FontBank bank;
+            try {
+                auto* font = new fonts::BitmapFont(fontDir(input, ""));
+                bank.add(font->name, font);
+                EXPECT_GE(font->getWidth("Vantorix \xe9\x01~\x7f\x80\xff"), 0);
+            } catch (const std::string& e) {
+                thrown = e;
+            }
+            return;
+        }
+        OwningManager manager;
+        try {
+            manager.load(INPUTS + "resources/" + input, scratchPath(input + "/"));
+        } catch (const std::string& e) {
+            thrown = e;
+        }
+        for (auto& bank : manager.banks) {
+            if (auto* animations = dynamic_cast<gfx::AnimationBank*>(bank.second)) {
+                for (auto& entry : animations->resources) {
+                    std::unique_ptr<gfx::AnimationReference> ref(entry.second->getReference(1.0f));
+                    ref->perform(100.0f);
+                }
+            }
+        }
+    });
+    return log + thrown;
+}
+
+class FuzzCases : public testing::Test {
+protected:
+    void SetUp() override { captured([] { init(0, false); }); }  // names the log groups
+};
+
+}  // namespace
+
+TEST_F(FuzzCases, EveryResourcesInputLoads) {
+    const std::map<std::string, std::string> expected = {
+        // The inner loop's step, clamped by strtol, used to become 0 and the loop never ended.
+        {"fuzzer-timeout-loop-step.xml",
+         "[norvane:images] (error) Loop range invalid: i [5;1] (step: -9223372036854775808). Skipping loop."},
+        {"timeout-loop-step-truncated.xml", "(error) Loop range invalid: i [5;0] (step: -4294967296). Skipping loop."},
+        // The padding used to overflow while placing the glyphs.
+        {"ubsan-font-vpadding-overflow.xml",
+         "(warning) Font \"f\": vPadding 9223372036854775807 is out of range, using 0."},
+    };
+    const std::vector<std::string> inputs = inputsOf("resources");
+    EXPECT_GE(inputs.size(), expected.size());
+    for (const std::string& input : inputs) {
+        const std::string log = readResources(input);
+        auto it = expected.find(input);
+        if (it != expected.end()) {
+            EXPECT_NE(log.find(it->second), std::string::npos) << input << ":\n" << log;
+        }
+    }
+}
+
+// PNGs declaring chunks far longer than the file used to make libpng read on for seconds.
+TEST_F(WindowTest, EveryPngInputIsRefusedBeforeDecoding) {
+    const std::vector<std::string> inputs = inputsOf("png");
+    EXPECT_GE(inputs.size(), 2u);
+    for (const std::string& input : inputs) {
+        gfx::SimpleImage image("i", INPUTS + "png/" + input);
+        try {
+            image.load(true, true);
+            ADD_FAILURE() << input << " loaded";
+        } catch (const std::string& e) {
+            EXPECT_NE(e.find("runs past the end of the file."), std::string::npos) << e;
+        }
+        EXPECT_EQ(image.getTextureName(), 0u);
+    }
+}
+
+// Two images of one file used to free the first while glyphs still pointed to it; with their glyph
+// image on the card, the fonts print through the one image they hold.
+TEST_F(WindowTest, FontsOfHostileDescriptionsPrintWithTheirImage) {
+    const std::string sheet = scratchPath("sheet.png");
+    savePng(makeRgbaSurface(8, 8).get(), sheet.c_str());
+    const std::pair<const char*, int> inputs[] = {{"ubsan-font-duplicate-image-dangling.xml", 4},
+                                                  {"ubsan-font-vpadding-overflow.xml", 8}};
+    for (auto [input, widthOfA] : inputs) {
+        const std::string dir = fontDir(input, sheet);
+        std::unique_ptr<fonts::BitmapFont> loaded;
+        captured([&] { loaded.reset(new fonts::BitmapFont(dir)); });
+        fonts::BitmapFont& font = *loaded;
+        ASSERT_EQ(font.images->size(), 1) << input;
+        EXPECT_EQ(font.singleImage, font.images->resources.begin()->second) << input;
+        EXPECT_NE(font.singleImage->getTextureName(), 0u) << input;
+        EXPECT_EQ(font.getWidth("A"), widthOfA) << input;
+        font.print("AA");
+        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    }
+}
