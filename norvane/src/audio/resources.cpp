@@ -64,14 +64,19 @@ void CachedSample::load() {
         throw std::string("Could not create OpenAL buffer for \"" + name + "\": " + getALErrorString(alGetError()) +
                           ".");
     }
-    std::unique_ptr<FileLoader> loader(getFileLoader(filename));
-    // Asking for the whole file by count tells how much came out: a truncated file delivers less.
-    int bytes = loader->getSize();
-    const char* data = loader->read(&bytes, false);
-    alBufferData(buffer, loader->getFormat(), data, bytes, loader->getFrequency());
-    format = loader->getFormat();
-    frequency = loader->getFrequency();
-    size = bytes;
+    try {
+        std::unique_ptr<FileLoader> loader(getFileLoader(filename));
+        // Asking for the whole file by count tells how much came out: a truncated file delivers less.
+        int bytes = loader->getSize();
+        const char* data = loader->read(&bytes, false);
+        alBufferData(buffer, loader->getFormat(), data, bytes, loader->getFrequency());
+        format = loader->getFormat();
+        frequency = loader->getFrequency();
+        size = bytes;
+    } catch (...) {
+        release();  // a buffer left behind would count as loaded, and refresh() would never retry
+        throw;
+    }
     debug::debug(dbgAudio, "Loaded \"%s\" as sound \"%s\" (#%d), format: %s, size: %d, frequency: %d.",
                  filename.c_str(), name.c_str(), buffer, format == AL_FORMAT_MONO16 ? "mono" : "stereo", size,
                  frequency);
