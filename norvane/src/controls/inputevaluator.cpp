@@ -1,6 +1,5 @@
 #include "controls/inputevaluator.h"
 
-#include <climits>
 #include <cmath>
 
 #include "controls/queue.h"
@@ -144,18 +143,13 @@ void InputEvaluator::getFromNode(const Node* node, const std::string&) {
     for (const Node* child : node->children) {
         const bool isAxis = child->name == XML_AXIS;
         if (!isAxis && child->name != XML_TRIGGER) {
-            debug::warning(dbgControls, "Unknown element \"%s\" in input definition skipped.", child->name.c_str());
+            debug::debug(dbgControls, "Unknown element \"%s\" in input definition skipped.", child->name.c_str());
             continue;
         }
-        const long code = child->getAttributeLong(XML_CODE, 0);
+        // Numbers are narrowed to their fields, as everywhere in input definitions.
+        const auto code = static_cast<int>(child->getAttributeLong(XML_CODE, 0));
         const std::string name = child->getAttribute(XML_NAME, std::string());
         const std::string description = child->getAttribute(XML_DESCRIPTION, std::string());
-        if (code < INT_MIN || code > INT_MAX) {
-            debug::warning(dbgControls, "Trigger \"%s\": code %ld is out of range, element skipped.", name.c_str(),
-                           code);
-            continue;
-        }
-        if (name.empty()) debug::warning(dbgControls, "Input definition: %s without a name.", child->name.c_str());
         Trigger* t;
         if (isAxis) {
             float max = child->getAttributeFloat(XML_MAX, 1.0f);
@@ -163,18 +157,13 @@ void InputEvaluator::getFromNode(const Node* node, const std::string&) {
                 debug::warning(dbgControls, "Trigger \"%s\": max is not a number, using 1.", name.c_str());
                 max = 1.0f;
             }
-            t = new Trigger(this, static_cast<int>(code), name, description, max);
+            t = new Trigger(this, code, name, description, max);
         } else {
-            t = new Trigger(this, static_cast<int>(code), name, description, ksDown);
+            t = new Trigger(this, code, name, description, ksDown);
         }
         t->getFromNode(child, std::string());
         t->queued = child->getAttributeBool(XML_QUEUE, t->queued);
-        const long data = child->getAttributeLong(XML_DATA, 0);
-        if (data < INT_MIN || data > INT_MAX) {
-            debug::warning(dbgControls, "Trigger \"%s\": data %ld is out of range, using 0.", name.c_str(), data);
-        } else {
-            t->data = static_cast<int>(data);
-        }
+        t->data = static_cast<int>(child->getAttributeLong(XML_DATA, 0));
         t->dataString = child->getAttribute(XML_DATASTRING, std::string());
     }
 }
@@ -182,7 +171,7 @@ void InputEvaluator::getFromNode(const Node* node, const std::string&) {
 void InputEvaluator::getTranslatorsFromNode(const Node* node) {
     for (const Node* child : node->children) {
         if (child->name != XML_TRIGGER && child->name != XML_AXIS) {
-            debug::warning(dbgControls, "Unknown element \"%s\" in stored bindings skipped.", child->name.c_str());
+            debug::debug(dbgControls, "Unknown element \"%s\" in stored bindings skipped.", child->name.c_str());
             continue;
         }
         const std::string name = child->getAttribute(XML_NAME, std::string());

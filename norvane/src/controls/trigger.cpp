@@ -1,7 +1,6 @@
 #include "controls/trigger.h"
 
 #include <cassert>
-#include <climits>
 #include <cmath>
 
 #include "controls/inputevaluator.h"
@@ -33,19 +32,13 @@ std::string joinLabels(const std::vector<Translator*>& translators, Select selec
     return out;
 }
 
-// Bad data in a binding is reported and the binding skipped; a narrowed or NaN value would bind
-// something the file never meant (a NaN value can never be released).
-bool readInteger(const Node* node, const char* attribute, long def, long lo, long hi, const Trigger* t, long& out) {
-    const long v = node->getAttributeLong(attribute, def);
-    if (v < lo || v > hi) {
-        debug::warning(dbgControls, "Trigger \"%s\": %s %s %ld is out of range, binding skipped.", t->name.c_str(),
-                       node->name.c_str(), attribute, v);
-        return false;
-    }
-    out = v;
-    return true;
+// Numbers are narrowed to the field they fill, as the stored bindings were written from it.
+template <typename T>
+T narrowed(const Node* node, const char* attribute, long def) {
+    return static_cast<T>(node->getAttributeLong(attribute, def));
 }
 
+// A NaN value could never be released (the release compares values): the binding is skipped.
 bool readValue(const Node* node, const Trigger* t, float& out) {
     const float v = node->getAttributeFloat(XML_VALUE, 1.0f);
     if (!std::isfinite(v)) {
@@ -57,15 +50,9 @@ bool readValue(const Node* node, const Trigger* t, float& out) {
     return true;
 }
 
-KeyState readKeyState(const Node* node, const char* attribute, const Trigger* t) {
-    const std::string* text = node->getAttribute(attribute);
-    if (!text) return ksDefault;
-    const KeyState state = strTo<KeyState>(*text);
-    if (state == ksDefault && *text != KEY_STATE_NAMES[ksDefault]) {
-        debug::warning(dbgControls, "Trigger \"%s\": unknown key state \"%s\", using the default.", t->name.c_str(),
-                       text->c_str());
-    }
-    return state;
+// Anything but "down", "up" and "pressed" is ksDefault, which a binding resolves to its trigger's default.
+KeyState readKeyState(const Node* node, const char* attribute) {
+    return strTo<KeyState>(node->getAttribute(attribute, std::string()));
 }
 
 }  // namespace
@@ -204,14 +191,14 @@ Node* Trigger::buildTranslatorTree() const {
 }
 
 void Trigger::getFromNode(const Node* node, const std::string&) {
-    if (node->getAttribute(XML_DEFAULTKEYSTATE)) defaultKeyState = readKeyState(node, XML_DEFAULTKEYSTATE, this);
+    if (node->getAttribute(XML_DEFAULTKEYSTATE)) defaultKeyState = readKeyState(node, XML_DEFAULTKEYSTATE);
     getTranslatorsFromNode(node);
 }
 
 void Trigger::getTranslatorsFromNode(const Node* node) {
     clearTranslators();
     for (const Node* child : node->children) {
-        long joy = 0, button = 0, axis = 0, direction = 0, min = 0, max = 1;
+        const bool isJoyAxis = child->name == XML_JOYAXISTRANSLATOR;
         float v = 1.0f;
         if (child->name == XML_KEYTRANSLATOR) {
             SDLKey key;
@@ -221,38 +208,30 @@ void Trigger::getTranslatorsFromNode(const Node* node) {
                 debug::warning(dbgControls, "%s", message.c_str());
                 continue;
             }
-            if (readValue(child, this, v)) new KeyTranslator(this, key, readKeyState(child, XML_STATE, this), v);
+            if (readValue(child, this, v)) new KeyTranslator(this, key, readKeyState(child, XML_STATE), v);
         } else if (child->name == XML_JOYBUTTONTRANSLATOR) {
-            if (readInteger(child, XML_JOY, 0, SHRT_MIN, SHRT_MAX, this, joy) &&
-                readInteger(child, XML_BUTTON, 0, SHRT_MIN, SHRT_MAX, this, button) && readValue(child, this, v)) {
-                new JoyButtonTranslator(this, static_cast<short>(joy), static_cast<short>(button),
-                                        readKeyState(child, XML_STATE, this), v);
+            if (readValue(child, this, v)) {
+                new JoyButtonTranslator(this, narrowed<short>(child, XML_JOY, 0), narrowed<short>(child, XML_BUTTON, 0),
+                                        readKeyState(child, XML_STATE), v);
             }
         } else if (child->name == XML_MOUSEBUTTONTRANSLATOR) {
-            if (readInteger(child, XML_BUTTON, 0, 0, UCHAR_MAX, this, button) && readValue(child, this, v)) {
-                new MouseButtonTranslator(this, static_cast<unsigned char>(button),
-                                          readKeyState(child, XML_STATE, this), v);
+            if (readValue(child, this, v)) {
+                new MouseButtonTranslator(this, narrowed<unsigned char>(child, XML_BUTTON, 0),
+                                          readKeyState(child, XML_STATE), v);
             }
-        } else if (child->name == XML_JOYAXISTRANSLATOR || child->name == XML_MOUSEAXISTRANSLATOR) {
-            const bool isJoystick = child->name == XML_JOYAXISTRANSLATOR;
-            if ((isJoystick && !readInteger(child, XML_JOY, 0, SHRT_MIN, SHRT_MAX, this, joy)) ||
-                !readInteger(child, XML_AXIS, 0, 0, UCHAR_MAX, this, axis) ||
-                !readInteger(child, XML_DIRECTION, 0, -1, 1, this, direction) ||
-                !readInteger(child, XML_MIN, 0, SHRT_MIN, SHRT_MAX, this, min) ||
-                !readInteger(child, XML_MAX, 1, SHRT_MIN, SHRT_MAX, this, max)) {
-                continue;
-            }
-            if (isJoystick) {
-                new JoyAxisTranslator(this, static_cast<short>(joy), static_cast<unsigned char>(axis),
-                                      static_cast<signed char>(direction), static_cast<short>(min),
-                                      static_cast<short>(max));
+        } else if (isJoyAxis || child->name == XML_MOUSEAXISTRANSLATOR) {
+            const auto axis = narrowed<unsigned char>(child, XML_AXIS, 0);
+            const auto direction = static_cast<signed char>(narrowed<short>(child, XML_DIRECTION, 0));
+            const auto min = narrowed<short>(child, XML_MIN, 0);
+            const auto max = narrowed<short>(child, XML_MAX, 1);
+            if (isJoyAxis) {
+                new JoyAxisTranslator(this, narrowed<short>(child, XML_JOY, 0), axis, direction, min, max);
             } else {
-                new MouseAxisTranslator(this, static_cast<unsigned char>(axis), static_cast<signed char>(direction),
-                                        static_cast<short>(min), static_cast<short>(max));
+                new MouseAxisTranslator(this, axis, direction, min, max);
             }
         } else {
-            debug::warning(dbgControls, "Trigger \"%s\": unknown binding element \"%s\" skipped.", name.c_str(),
-                           child->name.c_str());
+            debug::debug(dbgControls, "Trigger \"%s\": unknown binding element \"%s\" skipped.", name.c_str(),
+                         child->name.c_str());
         }
     }
 }
