@@ -1,6 +1,5 @@
 #include "controls/trigger.h"
 
-#include <cassert>
 #include <cmath>
 
 #include "controls/inputevaluator.h"
@@ -105,18 +104,22 @@ void Trigger::setValue(ControlQueue* queue, Translator* by, float v) {
 }
 
 Trigger* Trigger::clone(InputEvaluator* target) const {
-    if (target && target == bank) {
-        assert(!"a clone in its own evaluator would replace the original while copying it");
-        return nullptr;
-    }
-    Trigger* copy = new Trigger(target, code, name, description, defaultKeyState);
+    // In its own evaluator the new trigger replaces, and so destroys, this one before it is filled:
+    // it is filled from a detached copy.
+    Trigger held(nullptr, code, name, description, defaultKeyState);
+    copySettingsTo(&held);
+    Trigger* copy = new Trigger(target, held.code, held.name, held.description, held.defaultKeyState);
+    held.copySettingsTo(copy);
+    return copy;
+}
+
+void Trigger::copySettingsTo(Trigger* copy) const {
     copy->data = data;
     copy->dataString = dataString;
     copy->digital = digital;
     copy->maxValue = maxValue;
     copy->queued = queued;
     for (const Translator* translator : translators) translator->clone(copy);
-    return copy;
 }
 
 template <typename T, typename Match>

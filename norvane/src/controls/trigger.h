@@ -83,6 +83,7 @@ public:
 private:
     template <typename T, typename Match>
     void clearTranslatorsOf(Match match);
+    void copySettingsTo(Trigger* copy) const;  // all but code, name, description and value
 };
 
 }  // namespace norvane
