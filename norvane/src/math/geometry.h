@@ -5,6 +5,9 @@ namespace norvane {
 
 template <typename T>
 struct basic_Vector2D {
+    basic_Vector2D operator+(const basic_Vector2D& other) const { return {x + other.x, y + other.y}; }
+    basic_Vector2D operator-(const basic_Vector2D& other) const { return {x - other.x, y - other.y}; }
+
     T x{}, y{};
 };
 
