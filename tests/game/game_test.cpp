@@ -125,3 +125,46 @@ TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtras) {
     for (Sprite* s : game->extraEngine.sprites) weighed += static_cast<Extra*>(s)->type == etSpeed;
     EXPECT_EQ(weighed, 1) << "a speed-up, all a ship lacks in this mode, after 10 s";
 }
+
+TEST_F(GameWorld, FireRestartsAFinishedGameOnlyAfterTwoSeconds) {
+    for (SDLKey restart : {SDLK_SPACE, SDLK_RETURN}) {
+        start(gtSingleA);
+        game->ships[0]->explode();
+        frames(100);
+        ASSERT_EQ(game->stagePhase, spGameOver) << "no name for a score of 0";
+        key(restart, true);
+        frames(1800);
+        key(restart, false);
+        frames(10);
+        EXPECT_EQ(game->livingShips, restart == SDLK_RETURN ? 1u : 0u) << "confirm restarts at once";
+        if (restart == SDLK_RETURN) continue;
+        frames(200);
+        tap(SDLK_SPACE);
+        EXPECT_EQ(game->livingShips, 1u);
+        EXPECT_EQ(game->stagePhase, spPlay);
+    }
+}
+
+TEST_F(GameWorld, EqualScoresShareARankAndEnterOneBelowTheOther) {
+    start(gtMulti);
+    for (Player* ship : game->ships) {
+        ship->score = 60000;
+        ship->explode();
+    }
+    frames(10);
+    EXPECT_EQ(game->highscoreRank[0], 1);
+    EXPECT_EQ(game->highscoreRank[1], 1);
+    ASSERT_EQ(game->stagePhase, spNameEntry);
+    EXPECT_EQ(game->nameEntryIndex, 0);
+    for (SDLKey letter : {SDLK_r, SDLK_RETURN}) tap(letter);
+    ASSERT_EQ(game->nameEntryIndex, 1);
+    tap(SDLK_RETURN);
+    EXPECT_EQ(game->stagePhase, spNameEntry) << "an empty name is not taken";
+    for (SDLKey letter : {SDLK_b, SDLK_RETURN}) tap(letter);
+    EXPECT_EQ(game->stagePhase, spGameOver);
+    const auto& table = resources->highscores.multi;
+    EXPECT_EQ(table[1].name, "r");
+    EXPECT_EQ(table[2].name, "b");
+    EXPECT_EQ(table[3].score, 50000u);
+    EXPECT_EQ(previousName[0], "r") << "to fill the field next time";
+}

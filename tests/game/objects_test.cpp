@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "controls/trigger.h"
 #include "game/container.h"
 #include "game/explosion.h"
 #include "game/extra.h"

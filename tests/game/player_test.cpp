@@ -6,7 +6,6 @@
 #include "game/foe.h"
 #include "game/shield.h"
 #include "gfx/animations.h"
-#include "controls/trigger.h"
 #include "resources/resources.h"
 #include "specs.h"
 #include "vantorix.h"

@@ -1,24 +1,35 @@
 #ifndef TESTS_GAME_WORLD_H
 #define TESTS_GAME_WORLD_H
 
+#include <SDL/SDL.h>
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include "controls/trigger.h"
 #include "game/asteroid.h"
 #include "game/game.h"
 #include "game/laser.h"
 #include "game/player.h"
+#include "support/surfaces.h"
 #include "support/window.h"
 
 // A running game on the shipped data in a window under Xvfb, with sound going to the wave writer.
 // The resources are made once, as the program makes them once; each test starts its games with a
-// fixed seed and drives their clock by hand through the state's own perform.
+// fixed seed and drives their clock by hand: through the state's own perform, or through whole
+// passes of the application's loop with key events in SDL's queue.
 class GameWorld : public WindowTest {
 protected:
     void SetUp() override;
     void TearDown() override;
 
     void start(vantorix::GameType type, unsigned int seed = 1);  // replaces a running game
-    void run(unsigned int ms, unsigned int step = 10);           // whole passes of `step` ms
+    void run(unsigned int ms, unsigned int step = 10);           // the game's passes of `step` ms
+    void frames(unsigned int ms, unsigned int step = 10);        // the loop's: events, perform, draw
+    void key(SDLKey key, bool down);                             // into SDL's event queue
+    void tap(SDLKey key);                                        // down and up, a frame each
+    // Draws a frame and keeps it as TEST_TMP_DIR/<name>.png, to be looked at and read back.
+    SurfacePtr shot(const std::string& name);
 
     // Game objects placed by hand, in the engines where the game keeps them.
     vantorix::Asteroid* addAsteroid(vantorix::AsteroidType type, int energy, float x, float y, bool counted = true);

@@ -33,9 +33,10 @@ void Asteroid::perform(float t) {
     position.x += t * velocity.x;
     position.y += t * velocity.y;
     ImageSprite::perform(t);
-    const bool onScreen =
-        position.y >= -hotspot.y && hotspot.x - size.x <= position.x && position.x <= hotspot.x + 800.0f;
-    if (!onScreen) deleteMe();
+    // Aimed ones may start beside the screen: only heading away does a side count as left.
+    const bool goneLeft = position.x < hotspot.x - size.x && velocity.x <= 0.0f;
+    const bool goneRight = position.x > hotspot.x + 800.0f && velocity.x >= 0.0f;
+    if (position.y < -hotspot.y || goneLeft || goneRight) deleteMe();
 }
 
 void Asteroid::onCollision(Sprite* other) {

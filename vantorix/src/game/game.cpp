@@ -28,6 +28,7 @@
 #include "menu/menu.h"
 #include "particles/starfield.h"
 #include "resources/resources.h"
+#include "screen.h"
 #include "specs.h"
 #include "vantorix.h"
 
@@ -569,6 +570,7 @@ void Game::drawHud(const basic_Vector2D<float>& position, const Player* ship) {
     const int timeWarps = current ? ship->timeWarps : ship->hudValues[hvTimeWarps];
     const float energy = ship->hudEnergy / specs.maxEnergy;
 
+    norvane::resetCursor();  // printing the score moved it
     specs.hudDimColor.apply();
     if (resources->imageFull) resources->imageFull->draw(position, norvane::BLEND_DEFAULT);
     specs.hudLightColor.apply();
