@@ -1,6 +1,7 @@
 #include "gfx/animations.h"
 
 #include "debug/log.h"
+#include "tools/blockpool.h"
 
 namespace norvane {
 namespace gfx {
@@ -14,6 +15,11 @@ const char* const XML_NAME = "name";
 const char* const XML_IMAGE = "image";
 const char* const XML_IMAGE_BANK = "imageBank";
 const char* const XML_DELAY = "delay";
+
+BlockPool& referenceBlocks() {
+    static BlockPool pool(sizeof(AnimationReference));
+    return pool;
+}
 }  // namespace
 
 const AnimationResourceBankGenerator animationResourceBankGenerator;
@@ -40,6 +46,18 @@ void Animation::getFromNode(const Node* node, ImageBank* images, xml::LoopList l
 }
 
 AnimationReference* Animation::getReference(float speed) { return new AnimationReference(this, speed); }
+
+void* AnimationReference::operator new(std::size_t size) {
+    return size == sizeof(AnimationReference) ? referenceBlocks().take() : ::operator new(size);
+}
+
+void AnimationReference::operator delete(void* p, std::size_t size) {
+    if (size == sizeof(AnimationReference)) {
+        referenceBlocks().give(p);
+    } else {
+        ::operator delete(p);
+    }
+}
 
 AnimationReference::AnimationReference(Animation* animation, float speed) : animation(animation), speed(speed) {
     const int count = static_cast<int>(animation->frames.size());

@@ -1,6 +1,7 @@
 #ifndef NORVANE_GFX_ANIMATIONS_H
 #define NORVANE_GFX_ANIMATIONS_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,10 @@ class AnimationReference : public Image {
 public:
     AnimationReference() = default;
     AnimationReference(Animation* animation, float speed);
+
+    // Pooled: every animated sprite that appears makes one.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* p, std::size_t size);
 
     void perform(float ms) override;
     void draw(const basic_Vector2D<float>& position, BlendMode mode) const override;
