@@ -10,6 +10,7 @@
 #include "audio/loaders.h"
 #include "audio/resources.h"
 #include "debug/log.h"
+#include "tools/blockpool.h"
 
 namespace norvane {
 namespace audio {
@@ -94,6 +95,25 @@ void Sound::setVolume(float v) {
 
 CachedSound::CachedSound(SourcePool* pool, const CachedSample* sample, SoundHandler* handler)
     : Sound(pool, sample, handler) {}
+
+namespace {
+BlockPool& cachedSoundBlocks() {
+    static BlockPool blocks(sizeof(CachedSound));
+    return blocks;
+}
+}  // namespace
+
+void* CachedSound::operator new(std::size_t size) {
+    return size == sizeof(CachedSound) ? cachedSoundBlocks().take() : ::operator new(size);
+}
+
+void CachedSound::operator delete(void* p, std::size_t size) {
+    if (size == sizeof(CachedSound)) {
+        cachedSoundBlocks().give(p);
+    } else {
+        ::operator delete(p);
+    }
+}
 
 void CachedSound::play() {
     const ALuint name = source->name;

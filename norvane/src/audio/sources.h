@@ -1,6 +1,7 @@
 #ifndef NORVANE_AUDIO_SOURCES_H
 #define NORVANE_AUDIO_SOURCES_H
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -66,6 +67,10 @@ class CachedSound : public Sound {
 public:
     CachedSound(SourcePool* pool, const CachedSample* sample, SoundHandler* handler);
     void play() override;
+
+    // Pooled: the game plays several every second.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* p, std::size_t size);
 };
 
 // Decodes its file while it plays, into two buffers refilled in turn.
