@@ -1,5 +1,6 @@
 #include "controls/inputevaluator.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "controls/queue.h"
@@ -38,6 +39,17 @@ bool InputEvaluator::evaluate(const SDL_Event& event, ControlQueue* queue) {
         case SDL_JOYBUTTONUP: return handleJoyButtonEvent(event, queue);
         default: return false;
     }
+}
+
+void InputEvaluator::hold(Trigger* t) {
+    if (std::find(pressedTriggers.begin(), pressedTriggers.end(), t) == pressedTriggers.end()) {
+        pressedTriggers.push_back(t);
+    }
+}
+
+void InputEvaluator::release(Trigger* t) {
+    const auto it = std::find(pressedTriggers.begin(), pressedTriggers.end(), t);
+    if (it != pressedTriggers.end()) pressedTriggers.erase(it);
 }
 
 void InputEvaluator::flush() {

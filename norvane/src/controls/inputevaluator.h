@@ -1,7 +1,6 @@
 #ifndef NORVANE_CONTROLS_INPUTEVALUATOR_H
 #define NORVANE_CONTROLS_INPUTEVALUATOR_H
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -50,6 +49,8 @@ public:
     // Applies stored bindings: each "trigger" element replaces the bindings of the trigger it names.
     void getTranslatorsFromNode(const Node* node);
     void addTranslatorsToTree(Node* parent) const;  // in name order
+    void hold(Trigger* t);     // perform queues `t` from now on
+    void release(Trigger* t);  // until this
 
     // Indexes, in creation order; the triggers own the translators.
     std::vector<KeyTranslator*> keyTranslators;
@@ -57,7 +58,9 @@ public:
     std::vector<JoyAxisTranslator*> joyAxisTranslators;
     std::vector<MouseButtonTranslator*> mouseButtonTranslators;
     std::vector<MouseAxisTranslator*> mouseAxisTranslators;
-    std::set<Trigger*> pressedTriggers;  // held through a "pressed" binding
+    // Held through a "pressed" binding. Few at a time: a vector, so that a key press does not
+    // allocate once the most held at once have been seen.
+    std::vector<Trigger*> pressedTriggers;
 };
 
 // The framework core's bank generator: "inputEvaluator" yields an InputEvaluator.

@@ -27,10 +27,10 @@ bool translateButton(Translator* by, KeyState state, float value, bool isPress, 
     }
     InputEvaluator* evaluator = t->bank;
     if (isPress) {
-        if (evaluator) evaluator->pressedTriggers.insert(t);  // its perform queues t from now on
+        if (evaluator) evaluator->hold(t);  // its perform queues t from now on
         t->value = value;
     } else if (t->value == value) {  // otherwise another binding of t has taken over
-        if (evaluator) evaluator->pressedTriggers.erase(t);
+        if (evaluator) evaluator->release(t);
         t->value = 0.0f;
         t->trigger(queue);
     }

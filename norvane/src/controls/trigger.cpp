@@ -87,7 +87,7 @@ Trigger::Trigger(InputEvaluator* owner, int code, const std::string& name, const
 
 Trigger::~Trigger() {
     clearTranslators();
-    if (bank) bank->pressedTriggers.erase(this);  // perform would queue a dangling pointer
+    if (bank) bank->release(this);  // perform would queue a dangling pointer
 }
 
 void Trigger::trigger(ControlQueue* queue) {
