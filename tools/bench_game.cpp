@@ -27,7 +27,7 @@ namespace {
 
 const unsigned int SEED = 16;
 const unsigned int STAGE = 15;  // large asteroids nearly always, armoured ones, pirate volleys
-const double WARM_UP_S = 3.0;
+const double WARM_UP_S = 5.0;
 
 double now(clockid_t clock) {
     timespec t{};
