@@ -9,7 +9,7 @@ namespace norvane {
 // Memory blocks of one size kept for reuse by objects made and dropped while the game runs
 // (a sprite's animation, a played sound), so that a running program stops calling the heap once
 // it has seen its busiest moment. Under ASan a kept block is poisoned: a use after deletion is
-// still reported.
+// still reported. Make pools static: one that goes away leaks what it kept.
 class BlockPool {
 public:
     explicit BlockPool(std::size_t blockSize);

@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "gfx/animations.h"
+#include "tools/blockpool.h"
+
+TEST(BlockPool, HandsOutKeptBlocksBeforeAskingTheHeap) {
+    static norvane::BlockPool pool(32);  // pools live to the end, as the program's do
+    void* a = pool.take();
+    void* b = pool.take();
+    EXPECT_NE(a, b);
+    pool.give(a);
+    pool.give(b);
+    EXPECT_EQ(pool.take(), b);
+    EXPECT_EQ(pool.take(), a);
+    pool.give(nullptr);  // as delete of a null pointer does
+    void* c = pool.take();
+    EXPECT_NE(c, a);
+    EXPECT_NE(c, b);
+    for (void* block : {a, b, c}) pool.give(block);
+}
+
+// Every animated sprite makes a reference; the busy game must not reach the heap for each.
+TEST(BlockPool, AnimationReferenceTakesTheMemoryOfADroppedOne) {
+    norvane::gfx::Animation animation("spin");
+    norvane::gfx::AnimationReference* first = animation.getReference(1.0f);
+    const auto address = reinterpret_cast<std::uintptr_t>(first);
+    delete first;
+    norvane::gfx::AnimationReference* second = animation.getReference(2.0f);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(second), address);
+    EXPECT_EQ(second->speed, 2.0f);
+    delete second;
+}
