@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "allocations.h"
@@ -88,11 +90,13 @@ int main(int argc, char** argv) {
     const double begin = now(CLOCK_MONOTONIC);
     double measuredFrom = 0.0, cpuFrom = 0.0, elapsed = 0.0;
     size_t allocationsFrom = 0;
+    std::map<std::string, double> threadsFrom;
     long sprites[6] = {};
     bool measuring = false;
     while (elapsed < WARM_UP_S + seconds) {
         if (!measuring && elapsed >= WARM_UP_S) {
             measuring = true;
+            threadsFrom = session::threadCpuSeconds();
             measuredFrom = now(CLOCK_MONOTONIC);
             cpuFrom = session::cpuSeconds();
             allocationsFrom = allocations;
@@ -137,6 +141,11 @@ int main(int argc, char** argv) {
     std::printf("  peak RSS        %.1f MiB\n", static_cast<double>(session::peakRssKiB()) / 1024.0);
     std::printf("  allocations     %.3f per frame (%zu in all)\n", static_cast<double>(allocated) / frames,
                 allocated);
+    std::printf("  by thread       ");
+    for (const auto& [name, total] : session::threadCpuSeconds()) {
+        std::printf("%s %.3f ms  ", name.c_str(), (total - threadsFrom[name]) * 1000.0 / frames);
+    }
+    std::printf("(per frame)\n");
     if (argc > 2) norvane::saveScreenshot(argv[2]);  // the last frame, to look at
     std::fflush(stdout);
     std::_Exit(EXIT_SUCCESS);  // the process ends with the figures; no teardown to measure

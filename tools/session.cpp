@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <fstream>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -107,8 +108,11 @@ void key(SDLKey sym, bool down) {
     SDL_PushEvent(&event);
 }
 
-double cpuSeconds() {
-    FILE* file = std::fopen("/proc/self/stat", "r");
+namespace {
+
+// utime + stime of a stat file of /proc.
+double statSeconds(const std::string& path) {
+    FILE* file = std::fopen(path.c_str(), "r");
     if (!file) return 0.0;
     char text[1024] = {};
     const size_t length = std::fread(text, 1, sizeof text - 1, file);
@@ -120,6 +124,34 @@ double cpuSeconds() {
     unsigned long utime = 0, stime = 0;
     if (std::sscanf(p + 2, "%*c %*d %*d %*d %*d %*d %*u %*u %*u %*u %*u %lu %lu", &utime, &stime) != 2) return 0.0;
     return static_cast<double>(utime + stime) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+}  // namespace
+
+double cpuSeconds() { return statSeconds("/proc/self/stat"); }
+
+std::map<std::string, double> threadCpuSeconds() {
+    std::map<std::string, double> seconds;
+    DIR* tasks = opendir("/proc/self/task");
+    if (!tasks) return seconds;
+    while (const dirent* entry = readdir(tasks)) {
+        if (entry->d_name[0] == '.') continue;
+        const std::string dir = std::string("/proc/self/task/") + entry->d_name + "/";
+        std::string name;
+        std::getline(std::ifstream(dir + "comm"), name);
+        // llvmpipe-0, llvmpipe-1, ...: one figure for the renderer's threads. Threads that did not
+        // name themselves (OpenAL's mixer, the music) carry the program's name.
+        const size_t digits = name.find_last_not_of("0123456789");
+        if (digits != std::string::npos && digits + 1 < name.size() && name[digits] == '-') name.erase(digits);
+        if (std::strtol(entry->d_name, nullptr, 10) == getpid()) {
+            name = "main";
+        } else if (name == program_invocation_short_name) {
+            name = "unnamed";
+        }
+        seconds[name] += statSeconds(dir + "stat");
+    }
+    closedir(tasks);
+    return seconds;
 }
 
 size_t rssKiB() { return statusKiB("VmRSS:"); }

@@ -7,6 +7,8 @@
 #include <SDL/SDL.h>
 
 #include <cstddef>
+#include <map>
+#include <string>
 
 #include "framework/application.h"
 
@@ -24,6 +26,8 @@ double cpuSeconds();   // utime + stime from /proc/self/stat
 size_t rssKiB();       // VmRSS
 size_t peakRssKiB();   // VmHWM
 double loadAverage();  // over the last minute
+// CPU seconds by thread name (the main thread, Mesa's llvmpipe threads, OpenAL's mixer, the music).
+std::map<std::string, double> threadCpuSeconds();
 
 }  // namespace session
 

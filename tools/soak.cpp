@@ -94,9 +94,24 @@ int main(int argc, char** argv) {
             session::key(go, true);
             session::key(go, false);
         } else if (inGame && t - gameSince > LONGEST_GAME_S) {
+            // Out of a dialog first; a name is entered, a lost game left, a running one quit.
             const bool paused = resources->pInGame->getVisible();
+            const bool dialog = resources->pControls->getVisible() || resources->pSoundSettings->getVisible() ||
+                                resources->pGetKey->getVisible();
+            const bool naming = vantorix::game->stagePhase == vantorix::spNameEntry;
             if (paused) (*resources->gui)["btnInGameQuit"]->setFocused(true);
-            const SDLKey go = paused ? SDLK_RETURN : vantorix::game->gameOverShown ? SDLK_ESCAPE : SDLK_p;
+            SDLKey go = SDLK_p;
+            if (dialog) {
+                go = SDLK_ESCAPE;
+            } else if (paused) {
+                go = SDLK_RETURN;
+            } else if (naming) {
+                session::key(SDLK_x, true);
+                session::key(SDLK_x, false);
+                go = SDLK_RETURN;
+            } else if (vantorix::game->gameOverShown) {
+                go = SDLK_ESCAPE;
+            }
             session::key(go, true);
             session::key(go, false);
         } else if (rng() % 4 == 0) {
