@@ -147,6 +147,10 @@ void XMLHandler::startElement(const char*, const char**) {}
 void XMLHandler::endElement(const char*) {}
 
 void DOMXMLHandler::startElement(const char* name, const char** atts) {
+    if (++depth > MAX_XML_DEPTH) {
+        tooDeep = true;
+        return;
+    }
     Node* node = new Node(name, atts);
     node->name = toLatin1(node->name);
     for (auto& attribute : node->attributes) attribute.second = toLatin1(attribute.second);
@@ -159,6 +163,7 @@ void DOMXMLHandler::startElement(const char* name, const char** atts) {
 }
 
 void DOMXMLHandler::endElement(const char*) {
+    if (depth-- > MAX_XML_DEPTH) return;
     if (current) current = current->parent;
 }
 
@@ -205,6 +210,11 @@ Node* loadXML(const char* filename) {
     } catch (const std::string&) {
         delete handler.root;
         throw;
+    }
+    if (handler.tooDeep) {
+        delete handler.root;
+        throw std::string("XML file \"") + filename + "\" nests elements deeper than " + toStr(MAX_XML_DEPTH) +
+            " levels";
     }
     return handler.root;
 }

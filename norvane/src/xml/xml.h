@@ -54,7 +54,8 @@ public:
     virtual void endElement(const char* name);
 };
 
-// Builds a node tree; whoever takes `root` owns it.
+// Builds a node tree; whoever takes `root` owns it. Elements nested deeper than the node
+// functions can recurse are dropped, and `tooDeep` tells so.
 class DOMXMLHandler : public XMLHandler {
 public:
     void startElement(const char* name, const char** atts) override;
@@ -62,7 +63,13 @@ public:
 
     Node* root = nullptr;
     Node* current = nullptr;
+    int depth = 0;  // of the element being read, dropped ones included
+    bool tooDeep = false;
 };
+
+// No file of the game nests more than a few levels; a tree much deeper would exhaust the stack
+// when it is written or destroyed, both of which recurse.
+const int MAX_XML_DEPTH = 1024;
 
 class XMLReader {
 public:
@@ -76,7 +83,8 @@ private:
 void xmlStart(void* userData, const char* name, const char** atts);
 void xmlEnd(void* userData, const char* name);
 
-// The caller owns the result; null for a file without any element. Throws std::string on errors.
+// The caller owns the result; null for a file without any element. Throws std::string on errors,
+// also for elements nested deeper than MAX_XML_DEPTH.
 Node* loadXML(const char* filename);
 std::string encode(std::string text);
 
