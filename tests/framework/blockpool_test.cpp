@@ -19,6 +19,13 @@ TEST(BlockPool, HandsOutKeptBlocksBeforeAskingTheHeap) {
     EXPECT_NE(c, a);
     EXPECT_NE(c, b);
     for (void* block : {a, b, c}) pool.give(block);
+
+    pool.reserve(5);  // the three kept, and two more
+    void* taken[5];
+    for (void*& block : taken) block = pool.take();
+    EXPECT_EQ(taken[2], c);
+    EXPECT_EQ(taken[4], a);
+    for (void* block : taken) pool.give(block);
 }
 
 // Every animated sprite makes a reference; the busy game must not reach the heap for each.

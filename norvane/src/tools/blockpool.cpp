@@ -22,4 +22,9 @@ void BlockPool::give(void* block) {
     ASAN_POISON_MEMORY_REGION(block, blockSize);
 }
 
+void BlockPool::reserve(std::size_t count) {
+    blocks->reserve(count);
+    while (blocks->size() < count) give(::operator new(blockSize));
+}
+
 }  // namespace norvane

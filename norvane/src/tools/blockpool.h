@@ -18,6 +18,7 @@ public:
 
     void* take();
     void give(void* block);
+    void reserve(std::size_t count);  // keeps at least `count` blocks, so that a scene starts without the heap
 
 private:
     std::size_t blockSize;

@@ -1,37 +1,31 @@
 #include "game/vantorixsprite.h"
 
-#include <sanitizer/asan_interface.h>
-
 #include <algorithm>
 #include <cassert>
 #include <new>
-#include <vector>
 
 #include "audio/core.h"
 #include "audio/resources.h"
 #include "audio/sources.h"
 #include "gfx/animations.h"
 #include "resources/resources.h"
+#include "tools/blockpool.h"
 #include "vantorix.h"
 
 namespace vantorix {
 
 namespace {
 
-// One free list per size class of 16 bytes. Freed blocks wait there for the next object of their
-// size; under ASan they are poisoned meanwhile, so a use after deletion or a second deletion is
-// still reported. The lists live outside the blocks (the leak checker does not look into poisoned
-// memory) and are never destroyed, so the blocks stay reachable to the end.
-const std::size_t BLOCK_STEP = 16;
-const std::size_t BLOCK_CLASSES = 48;  // objects up to 768 bytes; larger ones use the heap
+// One pool per size class of 16 bytes: the game objects come in a handful of sizes.
+const std::size_t SIZE_STEP = 16;
+const std::size_t SIZE_CLASSES = 48;  // up to 768 bytes; larger objects use the heap
 
-std::vector<void*>* const freeBlocks = new std::vector<void*>[BLOCK_CLASSES];
-
-std::size_t classOf(std::size_t size) { return (size + BLOCK_STEP - 1) / BLOCK_STEP; }
-
-void pushBlock(std::size_t cls, void* p) {
-    freeBlocks[cls].push_back(p);
-    ASAN_POISON_MEMORY_REGION(p, cls * BLOCK_STEP);
+norvane::BlockPool* poolFor(std::size_t size) {
+    static norvane::BlockPool* pools[SIZE_CLASSES] = {};
+    const std::size_t cls = (size + SIZE_STEP - 1) / SIZE_STEP;
+    if (cls >= SIZE_CLASSES) return nullptr;
+    if (!pools[cls]) pools[cls] = new norvane::BlockPool(cls * SIZE_STEP);  // kept to the end, as pools must be
+    return pools[cls];
 }
 
 }  // namespace
@@ -39,31 +33,21 @@ void pushBlock(std::size_t cls, void* p) {
 VantorixSprite::VantorixSprite() : ImageSprite(basic_Vector2D<float>{}, false, nullptr) {}
 
 void* VantorixSprite::operator new(std::size_t size) {
-    const std::size_t cls = classOf(size);
-    if (cls >= BLOCK_CLASSES) return ::operator new(size);
-    std::vector<void*>& blocks = freeBlocks[cls];
-    if (blocks.empty()) return ::operator new(cls * BLOCK_STEP);
-    void* p = blocks.back();
-    blocks.pop_back();
-    ASAN_UNPOISON_MEMORY_REGION(p, cls * BLOCK_STEP);
-    return p;
+    norvane::BlockPool* pool = poolFor(size);
+    return pool ? pool->take() : ::operator new(size);
 }
 
 void VantorixSprite::operator delete(void* p, std::size_t size) {
-    if (!p) return;
-    const std::size_t cls = classOf(size);
-    if (cls >= BLOCK_CLASSES) {
+    norvane::BlockPool* pool = poolFor(size);
+    if (pool) {
+        pool->give(p);
+    } else {
         ::operator delete(p);
-        return;
     }
-    pushBlock(cls, p);
 }
 
 void VantorixSprite::reserve(std::size_t size, std::size_t count) {
-    const std::size_t cls = classOf(size);
-    if (cls >= BLOCK_CLASSES) return;
-    freeBlocks[cls].reserve(count);
-    while (freeBlocks[cls].size() < count) pushBlock(cls, ::operator new(cls * BLOCK_STEP));
+    if (norvane::BlockPool* pool = poolFor(size)) pool->reserve(count);
 }
 
 void VantorixSprite::deleteMe() {

@@ -24,8 +24,8 @@ using norvane::sprites::Sprite;
 using norvane::sprites::SpriteEngine;
 
 // Base of every game object. Objects are never deleted while the engines run: they queue
-// themselves and the state deletes them at a safe point. Their memory comes from free lists that
-// keep what they once held, so a running game stops allocating once it has seen its busiest scene.
+// themselves and the state deletes them at a safe point. Their memory comes from block pools, one
+// per size, so a running game stops allocating once it has seen its busiest scene.
 class VantorixSprite : public ImageSprite {
 public:
     VantorixSprite();  // at (0, 0), invisible, without image
