@@ -19,13 +19,16 @@ V_PADDING = 2
 BLANKS = (32, 160)
 CODES = [c for c in list(range(32, 127)) + list(range(160, 256)) if c not in BLANKS]
 
-# (directory, family, size, face, shaded): "Standard" 33 is the HUD and message font; the
-# others serve the GUI (headers and text).
+# (directory, family, size, pixels, face, shaded): the size is the font's name in the game, the
+# pixels its rendered em. "Standard" 33 is the HUD, message and highscore font: the game's layouts
+# put its lines 30 units apart and a name of 17 hyphens before a six-digit score within 230 units,
+# which DejaVu Sans Bold meets at 20 pixels. "Title" and the others serve the GUI.
 FONTS = [
-    ("standard33", "Standard", 33, "DejaVuSans-Bold.ttf", True),
-    ("standard24", "Standard", 24, "DejaVuSans-Bold.ttf", True),
-    ("text20", "Text", 20, "DejaVuSans.ttf", False),
-    ("text16", "Text", 16, "DejaVuSans.ttf", False),
+    ("standard33", "Standard", 33, 20, "DejaVuSans-Bold.ttf", True),
+    ("standard24", "Standard", 24, 24, "DejaVuSans-Bold.ttf", True),
+    ("title30", "Title", 30, 30, "DejaVuSans-Bold.ttf", True),
+    ("text20", "Text", 20, 20, "DejaVuSans.ttf", False),
+    ("text16", "Text", 16, 16, "DejaVuSans.ttf", False),
 ]
 
 
@@ -67,9 +70,9 @@ def _layout(font, height):
         width *= 2
 
 
-def build(out_dir, dirname, family, size, face, shaded):
+def build(out_dir, dirname, family, size, pixels, face, shaded):
     """Writes the font's sheet and description into out_dir/dirname; returns the file names."""
-    font = ImageFont.truetype(DEJAVU + face, size)
+    font = ImageFont.truetype(DEJAVU + face, pixels)
     ascent, descent = font.getmetrics()
     height = ascent + descent
     width, sheet_h, rows = _layout(font, height)

@@ -113,8 +113,8 @@ def build_gui_images(out):
 
 def build_fonts(out):
     bank = bankxml.Bank("fonts", "fonts", "fonts")
-    for dirname, family, size, face, shaded in fonts.FONTS:
-        fonts.build(os.path.join(out, "fonts"), dirname, family, size, face, shaded)
+    for dirname, family, size, pixels, face, shaded in fonts.FONTS:
+        fonts.build(os.path.join(out, "fonts"), dirname, family, size, pixels, face, shaded)
         bank.lines.append('<bitmapfont dir="%s/"/>' % dirname)
     return bank
 
@@ -176,7 +176,7 @@ def main():
     for path in sorted(glob.glob(os.path.join(HERE, "banks", "*.xml"))):
         with open(path, encoding="ascii") as f:
             banks.append(bankxml.Verbatim(f.read()))
-    banks.append(guidef.Bank())
+    banks.append(guidef.Bank(os.path.join(out, "fonts")))
     bankxml.write_resources(os.path.join(out, "resources.xml"), banks)
     shutil.copy(os.path.join(HERE, "CREDITS"), os.path.join(out, "CREDITS"))
     print("assets built in %.1f s" % (time.time() - start))

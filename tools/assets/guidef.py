@@ -10,7 +10,6 @@ from xml.sax.saxutils import quoteattr
 
 import datadef
 
-FONTS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "data", "fonts")
 
 PAD = 26        # inside a panel's frame
 BUTTON_H = 32
@@ -57,7 +56,7 @@ EVALUATOR = "evaluatorGui"
 
 # Font styles: (name, family, size, justification, colour).
 FONT_STYLES = [
-    ("fTitle", "Standard", 33, "center", "9FD4FFFF"),
+    ("fTitle", "Title", 30, "center", "9FD4FFFF"),
     ("fButton", "Standard", 24, "center", "C6D6F5FF"),
     ("fButtonHot", "Standard", 24, "center", "FFFFFFFF"),
     ("fCheck", "Standard", 24, "left", "C6D6F5FF"),
@@ -69,7 +68,7 @@ FONT_STYLES = [
     ("fHeadingCenter", "Text", 20, "center", "9FD4FFFF"),
     ("fHint", "Text", 16, "center", "8FA6CCFF"),
     ("fValue", "Text", 16, "center", "FFFFFFFF"),
-    ("fKeyName", "Standard", 33, "center", "FFE27AFF"),
+    ("fKeyName", "Title", 30, "center", "FFE27AFF"),
     ("fNameRed", "Standard", 24, "left", "FF6A5CFF"),
     ("fNameBlue", "Standard", 24, "left", "6FA0FFFF"),
 ]
@@ -98,16 +97,17 @@ LABEL_STYLES = [
     ("lsTextfieldBlue", "rField", "fNameBlue"),
 ]
 
-_fonts = {}
+_fonts = {}  # (family, size) -> font, read by load_fonts
+
+
+def load_fonts(fonts_dir):
+    for d in sorted(os.listdir(fonts_dir)):
+        f = datadef.read_font(os.path.join(fonts_dir, d))
+        _fonts[(f["family"], f["size"])] = f
 
 
 def text_width(family, size, text):
-    key = (family, size)
-    if key not in _fonts:
-        for d in sorted(os.listdir(FONTS)):
-            f = datadef.read_font(os.path.join(FONTS, d))
-            _fonts[(f["family"], f["size"])] = f
-    font = _fonts[key]
+    font = _fonts[(family, size)]
     return sum(font["chars"][ord(c)]["width"] + font["spacing"] for c in text)
 
 
@@ -262,13 +262,22 @@ def sound_settings():
 
 CONTROLS = [("Left", "Left"), ("Right", "Right"), ("Up", "Up"), ("Down", "Down"), ("Fire", "Fire"),
             ("Shield", "Shield"), ("TimeWarp", "Time Warp"), ("Pause", "Pause")]
-CONTROL_H = 26
+CONTROL_H = 24
 
 
 def controls():
     p = Panel("pControls", 740, 600)
     p.add("Label", "labelControlsHeader", 0, p.width, 40, caption="Controls", style="lsTitle")
-    p.row(40, 8)
+    p.row(40, 12)
+    # The three sets of controls, one click apart; the title says which one is shown.
+    tab_w, tab_gap = 196, 24
+    x = (p.width - 3 * tab_w - 2 * tab_gap) // 2
+    for i, (name, caption, action) in enumerate([("btnControlsSingle", "Single Player", "controlsSingle"),
+                                                  ("btnControlsPlayer1", "Player 1", "controlsMulti1"),
+                                                  ("btnControlsPlayer2", "Player 2", "controlsMulti2")]):
+        p.add("Button", name, x + i * (tab_w + tab_gap), tab_w, CONTROL_H, caption=caption, style="bsButton",
+              trigger=trigger(action), gridX=i, gridY=0)
+    p.row(CONTROL_H, 16)
     button_w, col_gap = 160, 24
     col_key = PAD + button_w + col_gap
     col_joy = col_key + 210 + col_gap
@@ -278,20 +287,23 @@ def controls():
     p.row(24, 14)
     for i, (name, caption) in enumerate(CONTROLS):
         p.add("Button", "btnControls" + name, PAD, button_w, CONTROL_H, caption=caption, style="bsButton",
-              trigger=trigger("rebind" + name), gridX=0, gridY=i, gridWidth=4)
+              trigger=trigger("rebind" + name), gridX=0, gridY=i + 1, gridWidth=3)
         if name == "Pause":  # the keys that pause are fixed; a gamepad button can be chosen
-            p.add("Label", "lControlsPauseKeys", col_key, w_key, CONTROL_H, caption="Escape, P", style="lsFixed")
+            p.add("Label", "lControlsPauseKeys", col_key, w_key, CONTROL_H, caption="Escape, P, Pause", style="lsFixed")
         else:
             p.add("Label", "labelControls" + name, col_key, w_key, CONTROL_H, caption="", style="lsValue")
         p.add("Label", "labelControls%sJoy" % name, col_joy, w_joy, CONTROL_H, caption="", style="lsValue")
-        p.row(CONTROL_H, 18)
+        p.row(CONTROL_H, 16)
     p.top -= 6
     p.add("Label", "lControlsHint", 0, p.width, 22,
           caption="Choose a control, then press its new key or gamepad input", style="lsHint")
     p.row(22, 18)
-    p.buttons(8, [("btnControlsPlayer1", "Player 1", "controlsMulti1"),
-                  ("btnControlsPlayer2", "Player 2", "controlsMulti2"),
-                  ("btnControlsOk", "OK", "confirm"), ("btnControlsCancel", "Cancel", "back")])
+    w = 160
+    p.add("Button", "btnControlsOk", p.width - PAD - 2 * w - 24, w, BUTTON_H, caption="OK", style="bsButton",
+          trigger=trigger("confirm"), gridX=0, gridY=len(CONTROLS) + 1)
+    p.add("Button", "btnControlsCancel", p.width - PAD - w, w, BUTTON_H, caption="Cancel", style="bsButton",
+          trigger=trigger("back"), gridX=1, gridY=len(CONTROLS) + 1, gridWidth=2)
+    p.row(BUTTON_H)
     return p
 
 
@@ -400,11 +412,16 @@ def banks():
 
 
 class Bank:
-    """Both banks as one element list for resources.xml."""
+    """Both banks as one element list for resources.xml; captions are measured with the fonts in
+    `fonts_dir`."""
+
+    def __init__(self, fonts_dir):
+        load_fonts(fonts_dir)
 
     def xml(self):
         return "\n".join("  " + line for line in banks())
 
 
 if __name__ == "__main__":
+    load_fonts(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "data", "fonts"))
     print("\n".join(banks()))

@@ -2,11 +2,16 @@
 
 #include <string>
 
+#include "audio/core.h"
 #include "buildinfo.h"
 #include "debug/log.h"
+#include "files/sysdirs.h"
+#include "game/game.h"
 #include "math/random.h"
+#include "menu/menu.h"
 #include "norvane.h"
 #include "resources/resources.h"
+#include "screen.h"
 #include "specs.h"
 
 vantorix::Vantorix* application = nullptr;
@@ -51,12 +56,42 @@ Vantorix::Vantorix() {
         norvane::debug::critical(dbgVantorixCore, "Could not load resources: %s\n", text.c_str());
         shutDown();
     }
+    try {
+        norvane::audio::init("", 44100);
+    } catch (const std::string& text) {
+        norvane::debug::critical(dbgVantorixCore, "Could not intialize norvane:audio: %s\n", text.c_str());
+        shutDown();
+    }
+    const Settings& settings = resources->settings;
+    try {
+        resources->setResolution(settings.xRes, settings.yRes, 32, settings.fullscreen);
+    } catch (const std::string& text) {
+        norvane::debug::critical(dbgVantorixCore, "InitScreen() failed: %s\n", text.c_str());
+        shutDown();
+    }
+    norvane::setWindowCaption("Vantorix");
+    norvane::setWindowIcon((dirManager.getSubDir(norvane::sdData, "", false) + "images_gui/icon.png").c_str());
+    norvane::showCursor(false);
+    try {
+        resources->init();
+    } catch (const std::string& text) {
+        // Leaving the constructor by the exception ends the process without saving the settings.
+        norvane::debug::error(dbgVantorixCore, "Could not initialize resources: %s", text.c_str());
+        throw;
+    }
+    menu = new Menu;
+    menu->activate();
+    queue = resources->queue;
 }
 
 Vantorix::~Vantorix() { shutDown(); }
 
 void Vantorix::shutDown() {
     // The objects of the second stage are released here, newest first, before the process ends.
+    delete game;  // brings the menu back, which goes next
+    game = nullptr;
+    delete menu;
+    menu = nullptr;
     if (resources) {
         resources->saveSettings();
         delete resources;

@@ -99,6 +99,7 @@ void Menu::activate() {
         lastButton->setFocused(true);
     } else {
         r->pCredits->setVisible(true);
+        if (creditsBack) creditsBack->setFocused(true);  // until the menu keys work, its button quits
     }
     r->gui->setVisible(true);
     startMusic();
@@ -131,7 +132,8 @@ void Menu::startMusic() {
 
 void Menu::handleEvent(const Trigger* trigger) {
     Resources* r = resources;
-    pageTimer = specs.menuIdleTime;  // someone is here
+    // Someone is here, unless it was the screenshot key or the window losing the focus.
+    if (trigger->code != 4 && trigger->code != 5) pageTimer = specs.menuIdleTime;
     switch (trigger->code) {
         case 100:
             startGame(0, r->btnSinglePlayerA);
@@ -190,7 +192,7 @@ void Menu::back(bool confirmed) {
     } else {
         quitAsker = r->gui->getFocused();
         show(r->pQuit, r->pMainMenu);
-        r->btnQuitNo->setFocused(true);
+        r->btnQuit->setFocused(true);  // confirm quits, back returns
     }
 }
 

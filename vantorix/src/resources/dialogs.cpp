@@ -38,16 +38,13 @@ void setJoyLabel(Label* label, const Trigger* t, short direction, float value) {
 
 void GameState::showWindowControls(const std::string& title, InputEvaluator* evaluator) {
     Resources* r = resources;
-    // The player buttons of the dialog switch between the two players: keep the first one's edits.
+    // The dialog's own buttons switch to another set of controls: the edits of this one are kept.
     if (editCopy) GameState::closeWindowControls(true);
     editedEvaluator = evaluator;
     editCopy = evaluator->clone();
     copyChanged = false;
     r->labelControlsHeader->setCaption(title);
     updateKeyLabels();
-    const bool multi = evaluator == r->evaluatorGamePlayerMulti[0] || evaluator == r->evaluatorGamePlayerMulti[1];
-    r->btnControlsPlayer1->setVisible(multi);
-    r->btnControlsPlayer2->setVisible(multi);
     r->pControls->setVisible(true);
     r->pInGame->setVisible(false);
     r->pSettings->setVisible(false);

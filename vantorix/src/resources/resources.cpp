@@ -1,5 +1,9 @@
 #include "resources/resources.h"
 
+#include <sys/stat.h>
+
+#include <memory>
+
 #include "audio/music.h"
 #include "audio/resources.h"
 #include "audio/sources.h"
@@ -22,6 +26,7 @@
 #include "screen.h"
 #include "specs.h"
 #include "vantorix.h"
+#include "xml/xml.h"
 
 namespace vantorix {
 
@@ -52,7 +57,28 @@ T* requireBank(const std::map<std::string, norvane::BasicResourceBank*>& banks, 
 template <typename T>
 void lookUp(gui::GUI* root, T*& field, const char* name) {
     field = dynamic_cast<T*>((*root)[name]);
+    // The states use every one of them; without it the game could not go on.
+    if (!field) throw std::string("The GUI has no component \"") + name + "\" of its kind.";
 }
+
+// Where the highscores go when the state directory will not take them, and come from when that
+// copy is newer: a player without write access there keeps the table all the same.
+std::string personalHighscores() { return dirManager.getSubDir(norvane::sdUser, "", true) + FILE_HIGHSCORES; }
+
+// The file's identity and age; absent files are all zero. A save that took replaced the file.
+struct FileStamp {
+    explicit FileStamp(const std::string& path) {
+        struct stat info;
+        if (stat(path.c_str(), &info) == 0) {
+            inode = info.st_ino;
+            modified = info.st_mtim.tv_sec * 1000000000LL + info.st_mtim.tv_nsec;
+        }
+    }
+    bool exists() const { return inode != 0; }
+
+    ino_t inode = 0;
+    long long modified = 0;
+};
 
 // The definitions may give a multiplayer evaluator bindings of its own (two players share one
 // keyboard); its triggers still come from the single-player definition.
@@ -190,7 +216,7 @@ Resources::~Resources() {
 
 void Resources::init() {
     initHighscores();
-    highscores.load(dirManager.getSubDir(norvane::sdState, "", false) + FILE_HIGHSCORES);
+    loadHighscores();
 
     imagesHud->refresh(nullptr);
     imagesGui->refresh(nullptr);
@@ -352,12 +378,46 @@ void Resources::initGame() { imagesGame->refresh(nullptr); }
 
 void Resources::initHighscores() { highscores.setDefaults(); }
 
+void Resources::loadHighscores() {
+    const std::string shared = dirManager.getSubDir(norvane::sdState, "", false) + FILE_HIGHSCORES;
+    const std::string personal = personalHighscores();
+    const FileStamp sharedStamp(shared), personalStamp(personal);
+    if (personalStamp.exists() && personalStamp.modified > sharedStamp.modified) {
+        norvane::debug::info(dbgVantorixResources, "Reading the highscores saved in \"%s\".", personal.c_str());
+        highscores.load(personal);
+    } else {
+        highscores.load(shared);
+    }
+}
+
 void Resources::saveHighscores() {
+    std::string shared;
     try {
-        highscores.save(dirManager.getSubDir(norvane::sdState, "", true) + FILE_HIGHSCORES);
+        shared = dirManager.getSubDir(norvane::sdState, "", true) + FILE_HIGHSCORES;
+        const FileStamp before(shared);
+        highscores.save(shared);
+        const FileStamp after(shared);
+        if (after.exists() && after.inode != before.inode) return;
     } catch (const std::string& text) {
         norvane::debug::info(dbgVantorixResources, "Could not save highscores: %s", text.c_str());
     }
+    // Not written, and the file writer says nothing of it: keep them with the player instead.
+    const std::string personal = personalHighscores();
+    try {
+        const FileStamp before(personal);
+        // With the player's own rights: Highscores::save would take the group of the shared table.
+        std::unique_ptr<norvane::xml::Node> tree(highscores.buildDomTree());
+        tree->saveXML(personal.c_str());
+        const FileStamp after(personal);
+        if (after.exists() && after.inode != before.inode) {
+            norvane::debug::warning(dbgVantorixResources, "Could not save highscores to \"%s\"; saved them to \"%s\".",
+                                    shared.c_str(), personal.c_str());
+            return;
+        }
+    } catch (const std::string&) {
+    }
+    norvane::debug::error(dbgVantorixResources, "Could not save highscores to \"%s\" nor to \"%s\".", shared.c_str(),
+                          personal.c_str());
 }
 
 void Resources::onFinish(norvane::BackgroundTask*) {

@@ -79,6 +79,9 @@ public:
     void loadSettings();  // a missing or broken file is logged and changes nothing
     void saveSettings();  // replaces the file only once the new one is complete
     void initHighscores();
+    // The state directory's table, or the player's own copy when that is newer: saveHighscores puts
+    // the table in the user directory when the state directory will not take it.
+    void loadHighscores();
     void saveHighscores();
 
     void onStart(norvane::BackgroundTask*) override {}

@@ -1,5 +1,6 @@
 #include "resources/state.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -18,6 +19,7 @@
 #include "resources/resources.h"
 #include "screen.h"
 #include "screenshot.h"
+#include "sprites/sprites.h"
 #include "specs.h"
 #include "tools/clock.h"
 #include "vantorix.h"
@@ -33,11 +35,70 @@ namespace {
 const float PI = 3.1415927f;
 const unsigned int LOADING_TIME_MS = 20;  // background work per frame while the game images load
 
+bool shownOnScreen(const gui::Component* c) {
+    for (; c; c = c->getParent()) {
+        if (!c->getVisible()) return false;
+    }
+    return true;
+}
+
+// Sees every event before the GUI. The GUI gives the focus to whatever the mouse passes over,
+// panels and labels too, where keys and gamepads can move it no further: before such input reaches
+// the GUI, this gives the focus back to the last widget that held it. It also shows the mouse
+// cursor only while the mouse is in use, so a keyboard or gamepad player sees no stray arrow.
+class FocusKeeper : public Evaluator {
+public:
+    void perform(float, ControlQueue*) override { remember(); }
+
+    bool evaluate(const SDL_Event& event, ControlQueue*) override {
+        remember();  // before the GUI sees the event: a mouse motion may take the focus
+        gui::GUI* root = resources->gui;
+        if (event.type == SDL_MOUSEMOTION) {
+            showCursor(true);
+            return false;
+        }
+        const bool navigation = event.type == SDL_KEYDOWN || event.type == SDL_JOYAXISMOTION ||
+                                event.type == SDL_JOYBUTTONDOWN;
+        if (!navigation) return false;
+        showCursor(false);
+        if (root->getActive() && !root->getFocused()->focusable && lastWidget && lastWidget->getEnabled() &&
+            shownOnScreen(lastWidget) && !resources->icGetKey->getEnabled()) {
+            lastWidget->setFocused(true);
+        }
+        return false;
+    }
+
+    // A new set of resources may have come with a new GUI.
+    void reset() {
+        lastWidget = nullptr;
+        showCursor(false);
+    }
+
+private:
+    void remember() {
+        gui::Component* focused = resources->gui->getFocused();
+        if (focused->focusable) lastWidget = focused;
+    }
+
+    static void showCursor(bool shown) {
+        if (sprites::Sprite* cursor = resources->gui->getMouseCursor()) cursor->visible = shown;
+    }
+
+    gui::Component* lastWidget = nullptr;
+};
+
+FocusKeeper focusKeeper;
+
 }  // namespace
 
 GameState::GameState() {
     performLayers = 3;
     drawLayers = 3;
+    std::list<Evaluator*>& stack = resources->queue->evaluators;
+    if (std::find(stack.begin(), stack.end(), &focusKeeper) == stack.end()) {
+        focusKeeper.reset();
+        resources->queue->push(&focusKeeper);
+    }
 }
 
 GameState::~GameState() { delete editCopy; }

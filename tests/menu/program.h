@@ -1,0 +1,56 @@
+#ifndef TESTS_MENU_PROGRAM_H
+#define TESTS_MENU_PROGRAM_H
+
+#include <SDL/SDL.h>
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+// The built game (or another program), started in a directory of its own with its output kept in
+// a file there. Killed when the object goes, if it still runs.
+class Program {
+public:
+    // `environment`: extra NAME=value entries on top of the test's own.
+    explicit Program(const std::string& workDir, std::vector<std::string> environment = {},
+                     std::vector<std::string> command = {VANTORIX_BINARY});
+    ~Program();
+
+    // The exit status, or -1 when it did not end within `seconds`.
+    int wait(double seconds = 30.0);
+    std::string output() const;  // everything printed so far
+    bool waitForOutput(const std::string& text, double seconds = 30.0) const;
+    // The id of its window once it is mapped and has the keyboard focus; 0 if none came.
+    std::string window(double seconds = 30.0);
+    // Asks the window to close, as a window manager does when the player clicks its close box.
+    void requestClose();
+
+    const std::string dir;
+
+private:
+    pid_t pid = -1;
+    std::string windowId;
+};
+
+// Runs xdotool with `arguments`; false when it failed.
+bool xdotool(const std::string& arguments);
+
+// A PNG file as 32-bit pixels; empty when it cannot be read.
+class Picture {
+public:
+    explicit Picture(const std::string& path);
+    ~Picture();
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+
+    bool valid() const { return surface != nullptr; }
+    int width() const { return surface ? surface->w : 0; }
+    int height() const { return surface ? surface->h : 0; }
+    // Red, green and blue 0..255 of pixel (x, y) counted from the lower left, as the game places things.
+    void rgb(int x, int y, int out[3]) const;
+
+private:
+    SDL_Surface* surface = nullptr;
+};
+
+#endif
