@@ -43,23 +43,6 @@ public:
     Recorder* next = nullptr;  // activated by the first trigger
 };
 
-// Fires the trigger carried in the user data of each SDL_USEREVENT.
-class UserEvents : public Evaluator {
-public:
-    bool evaluate(const SDL_Event& event, ControlQueue* queue) override {
-        if (event.type != SDL_USEREVENT) return false;
-        *queue << static_cast<Trigger*>(event.user.data1);
-        return true;
-    }
-};
-
-SDL_Event userEvent(uintptr_t trigger) {
-    SDL_Event event{};
-    event.type = SDL_USEREVENT;
-    event.user.data1 = reinterpret_cast<void*>(trigger);
-    return event;
-}
-
 class SleepCounter : public FrameRateLimitedApplication {
 public:
     void sleep(unsigned int ms) override {
@@ -72,12 +55,7 @@ public:
 // Destroying an application ends the process, so the tests leave theirs alive.
 class Loop : public EventQueueTest {
 protected:
-    void SetUp() override {
-        EventQueueTest::SetUp();
-        q.push(&userEvents);
-    }
     Journal journal;
-    UserEvents userEvents;
 };
 
 }  // namespace
@@ -89,14 +67,13 @@ TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
     a->activate();
     a->next = b;  // the following triggers go to b
     app->queue = &q;
-    push(userEvent(1));
-    push(userEvent(2));
+    q << fakeTrigger(1) << fakeTrigger(2);
     app->perform(16);
     EXPECT_EQ(journal, (Journal{"a event 1", "a deactivate", "b event 2", "b perform 0 16", "b draw 0"}));
     a->next = nullptr;
     a->activate();
     app->queue = nullptr;  // without a queue no events are read
-    push(userEvent(3));
+    q << fakeTrigger(3);
     app->perform(7);
     delete a;  // a stays alive when deactivated
     EXPECT_EQ(app->state, nullptr);
@@ -107,7 +84,6 @@ TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
     // A quit request deletes the active state, which ends the run.
     app->queue = &q;
     (new Recorder(journal, "c", 1))->activate();
-    push(userEvent(1));
     push(SDL_Event{SDL_QUIT});
     app->run();
     EXPECT_EQ(journal.back(), "c deleted");
@@ -148,7 +124,7 @@ TEST_F(Loop, FixedRateStepsReadEventsPerStepAndDrawOncePerPass) {
     auto* a = new Recorder(journal, "a", 1);
     a->activate();
     app->queue = &q;
-    push(userEvent(1));
+    q << fakeTrigger(1);
     app->perform(250);
     app->perform(40);
     EXPECT_EQ(app->accumulated, 90u);

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
-
-#include "gfx/animations.h"
 #include "tools/blockpool.h"
 
 TEST(BlockPool, HandsOutKeptBlocksBeforeAskingTheHeap) {
@@ -26,16 +23,4 @@ TEST(BlockPool, HandsOutKeptBlocksBeforeAskingTheHeap) {
     EXPECT_EQ(taken[2], c);
     EXPECT_EQ(taken[4], a);
     for (void* block : taken) pool.give(block);
-}
-
-// Every animated sprite makes a reference; the busy game must not reach the heap for each.
-TEST(BlockPool, AnimationReferenceTakesTheMemoryOfADroppedOne) {
-    norvane::gfx::Animation animation("spin");
-    norvane::gfx::AnimationReference* first = animation.getReference(1.0f);
-    const auto address = reinterpret_cast<std::uintptr_t>(first);
-    delete first;
-    norvane::gfx::AnimationReference* second = animation.getReference(2.0f);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(second), address);
-    EXPECT_EQ(second->speed, 2.0f);
-    delete second;
 }
