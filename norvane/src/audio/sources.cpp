@@ -101,6 +101,9 @@ BlockPool& cachedSoundBlocks() {
     static BlockPool blocks(sizeof(CachedSound));
     return blocks;
 }
+
+// Every sound holds a source: with a block kept for each source of every pool, playing allocates nothing.
+unsigned int pooledSources = 0;
 }  // namespace
 
 void* CachedSound::operator new(std::size_t size) {
@@ -218,6 +221,7 @@ SourcePool::~SourcePool() {
 
 void SourcePool::destroySources() {
     for (Source* source : heap) delete source;
+    pooledSources -= static_cast<unsigned int>(heap.size());
     heap.clear();
 }
 
@@ -233,6 +237,8 @@ void SourcePool::resize(unsigned int size) {
     }
     sounds.reserve(size);
     expired.reserve(size);
+    pooledSources += size;
+    cachedSoundBlocks().reserve(pooledSources);
 }
 
 void SourcePool::setPlayingVolumes(float v) {

@@ -59,6 +59,8 @@ void AnimationReference::operator delete(void* p, std::size_t size) {
     }
 }
 
+void AnimationReference::reserve(std::size_t count) { referenceBlocks().reserve(count); }
+
 AnimationReference::AnimationReference(Animation* animation, float speed) : animation(animation), speed(speed) {
     const int count = static_cast<int>(animation->frames.size());
     endIndex = animation->loop ? count : count - 1;

@@ -49,6 +49,7 @@ public:
     // Pooled: every animated sprite that appears makes one.
     static void* operator new(std::size_t size);
     static void operator delete(void* p, std::size_t size);
+    static void reserve(std::size_t count);  // keeps room for `count` references made later
 
     void perform(float ms) override;
     void draw(const basic_Vector2D<float>& position, BlendMode mode) const override;

@@ -145,6 +145,13 @@ void SpriteEngine::clear() {
     sprites.clear();
 }
 
+void SpriteEngine::reserve(std::size_t count) {
+    sprites.reserve(count);
+    passSprites.reserve(count);
+    extents.reserve(2 * count);
+    candidates.reserve(2 * count);
+}
+
 void SpriteEngine::perform(float ms) {
     passSprites.assign(sprites.begin(), sprites.end());  // sprites may join engines while performing
     ++busy;

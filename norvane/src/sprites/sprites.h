@@ -1,6 +1,7 @@
 #ifndef NORVANE_SPRITES_SPRITES_H
 #define NORVANE_SPRITES_SPRITES_H
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -86,6 +87,9 @@ public:
     void addFront(Sprite* sprite);  // both move the sprite out of any other engine
     void remove(Sprite* sprite);
     void clear();
+    // Room for `count` sprites here and as many in an engine tested against this one, so that a
+    // pass allocates nothing until the scene outgrows it.
+    void reserve(std::size_t count);
     int size() const { return static_cast<int>(sprites.size()); }
 
     void perform(float ms);
@@ -120,7 +124,7 @@ private:
     void findCandidates(bool acrossEngines);
 
     int busy = 0;  // passes running over this engine
-    // Reused between passes, so a pass allocates only when the scene outgrows them.
+    // Reused between passes.
     std::vector<Sprite*> passSprites;
     std::vector<Extent> extents;
     std::vector<Candidate> candidates;

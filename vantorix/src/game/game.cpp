@@ -21,6 +21,7 @@
 #include "game/foe.h"
 #include "game/laser.h"
 #include "game/player.h"
+#include "gfx/animations.h"
 #include "gfx/image.h"
 #include "gui/standard.h"
 #include "gui/text.h"
@@ -102,6 +103,11 @@ Game::Game(GameType type) : type(type) {
     VantorixSprite::reserve(sizeof(Foe), 4);
     VantorixSprite::reserve(sizeof(Player), 2);
     deleteQueue.reserve(256);
+    norvane::gfx::AnimationReference::reserve(256);
+    for (SpriteEngine* engine :
+         {&shipEngine, &shipLaserEngine, &asteroidEngine, &extraEngine, &foeEngine, &foeLaserEngine}) {
+        engine->reserve(256);
+    }
     init();
 }
 
