@@ -1,45 +1,20 @@
-#include <gtest/gtest.h>
-
-#include "game/extra.h"
-#include "gui/root.h"
-#include "resources/resources.h"
-#include "vantorix.h"
 #include "world.h"
 
 using namespace vantorix;
 
 namespace {
 
-// Summed brightness of a rectangle of the game space (y upwards) in a picture of the window.
-long brightness(SDL_Surface* picture, int left, int bottom, int width, int height) {
+// Pixels of a rectangle of the game space (y upwards) whose colour is near (r, g, b); with r < 0,
+// the summed brightness of the rectangle.
+long pixelsLike(SDL_Surface* picture, int left, int bottom, int width, int height, int r, int g = 0, int b = 0) {
     long sum = 0;
     for (int y = bottom; y < bottom + height; ++y) {
         for (int x = left; x < left + width; ++x) {
             const Rgba c = pixelAt(picture, x, 599 - y);
-            sum += c.r + c.g + c.b;
+            sum += r < 0 ? c.r + c.g + c.b : near(c, r, g, b, 255, 60);
         }
     }
     return sum;
-}
-
-// Pixels of a rectangle whose colour is near (r, g, b).
-int pixelsLike(SDL_Surface* picture, int left, int bottom, int width, int height, int r, int g, int b) {
-    int count = 0;
-    for (int y = bottom; y < bottom + height; ++y) {
-        for (int x = left; x < left + width; ++x) count += near(pixelAt(picture, x, 599 - y), r, g, b, 255, 60);
-    }
-    return count;
-}
-
-// A late stage with both pirates in; the ships take no hits, so the scene lasts.
-void lateStage(GameWorld* world) {
-    game->initLevel(7);
-    game->spawnFoe(-1);
-    game->spawnFoe(1);
-    for (Player* ship : game->ships) {
-        if (ship) ship->collidable = false;
-    }
-    (void)world;
 }
 
 }  // namespace
@@ -51,29 +26,30 @@ TEST_F(GameWorld, DrawsEachModeTheHudAndTheTexts) {
     for (GameType type : {gtSingleA, gtSingleB, gtMulti}) {
         SCOPED_TRACE(names[type]);
         start(type);
-        lateStage(this);
-        const long bare = brightness(shot(std::string(names[type]) + "_start").get(), 692, 492, 96, 96);
+        game->initLevel(7);  // both pirates in, and the ships take no hits, so the scene lasts
+        game->spawnFoe(-1);
+        game->spawnFoe(1);
+        for (Player* ship : game->ships) {
+            if (ship) ship->collidable = false;
+        }
+        const long bare = pixelsLike(shot(std::string(names[type]) + "_start").get(), 692, 492, 96, 96, -1);
         // Every upgrade collected as the ship would, then two seconds of weaving and firing.
         for (ExtraType kind : {etLaserType, etSpeed, etFireRate, etTimeWarp, etEnergy}) {
-            for (int i = 0; i < 6; ++i) {
-                auto* extra = new Extra(kind, game->ships[0]->position);
-                game->extraEngine.addFront(extra);
-                game->ships[0]->collectExtra(extra);
-            }
+            for (int i = 0; i < 6; ++i) game->ships[0]->collectExtra(addExtra(kind, 0, 0));
         }
         const SDLKey fire = type == gtMulti ? SDLK_RCTRL : SDLK_SPACE;
         key(fire, true);
-        for (int i = 0; i < 4; ++i) {
-            key(i % 2 ? SDLK_LEFT : SDLK_RIGHT, true);
+        for (SDLKey turn : {SDLK_RIGHT, SDLK_LEFT, SDLK_RIGHT, SDLK_LEFT}) {
+            key(turn, true);
             frames(500);
-            key(i % 2 ? SDLK_LEFT : SDLK_RIGHT, false);
+            key(turn, false);
         }
         key(fire, false);
         EXPECT_EQ(game->shipLaserEngine.size() > 0, type != gtSingleB) << "fire reaches the ship";
         frames(3000);  // the HUD's blinking is over
         SurfacePtr play = shot(names[type]);
-        EXPECT_GT(brightness(play.get(), 692, 492, 96, 96), bare * 3 / 2) << "the HUD lights its gauges";
-        EXPECT_GT(pixelsLike(play.get(), 690, 440, 90, 30, 255, 0, 0), 50) << "the red score";
+        EXPECT_GT(pixelsLike(play.get(), 692, 492, 96, 96, -1), bare * 3 / 2) << "the HUD lights its gauges";
+        EXPECT_GT(pixelsLike(play.get(), 690, 440, 90, 30, 255), 50) << "the red score";
         if (type == gtMulti) {
             EXPECT_GT(pixelsLike(play.get(), 20, 440, 140, 30, 0, 0, 255), 20) << "the blue score";
         }

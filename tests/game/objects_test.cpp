@@ -1,15 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 
 #include "game/container.h"
 #include "game/explosion.h"
-#include "game/extra.h"
-#include "game/foe.h"
 #include "game/shield.h"
-#include "specs.h"
-#include "vantorix.h"
 #include "world.h"
 
 using namespace vantorix;
@@ -21,6 +15,17 @@ bool isFragment(const Sprite* s) {
     return a && a->type == atSmall && !a->counted && !a->exploded;
 }
 bool isExplosion(const Sprite* s) { return dynamic_cast<const ExplosionSprite*>(s); }
+
+// Shots fired in `ms` by a pirate that hovers near its target and never dives.
+int shotsIn(Foe* foe, unsigned int ms) {
+    const int before = game->foeLaserEngine.size();
+    for (unsigned int t = 0; t < ms; t += 10) {
+        foe->attacking = false;
+        foe->floorTimer = 1;
+        foe->perform(10.0f);
+    }
+    return game->foeLaserEngine.size() - before;
+}
 
 }  // namespace
 
@@ -38,30 +43,24 @@ TEST_F(GameWorld, LasersWearAsteroidsDownThenDestroyThemAndLargeOnesSplit) {
         Asteroid* rock = addAsteroid(c.type, c.energy, 400, 300);
         rock->velocity = {0.05f, -0.1f};
         for (int left = c.energy - 1; left >= -1; --left) {
-            Laser* laser = addLaser(ship, 400, 300);
+            addLaser(ship, 400, 300);
             collide(game->shipLaserEngine, game->asteroidEngine);
             EXPECT_EQ(game->shipLaserEngine.size(), 0) << "the laser is spent";
             EXPECT_EQ(rock->exploded, left < 0);
             EXPECT_FLOAT_EQ(rock->color.red, left < 0 ? 1.0f : 1.0f - 0.1f * static_cast<float>(left));
-            (void)laser;
         }
         EXPECT_EQ(ship->score, c.points);
         EXPECT_EQ(game->killsLeft, 39);
         EXPECT_EQ(count(game->asteroidEngine, isFragment), c.fragments);
         EXPECT_EQ(count(game->asteroidEngine, isExplosion), 1);
-        if (c.fragments == 0) continue;
-        std::vector<float> speeds;
+        float side = -1.0f;  // fragments fly apart, the left one added first
         for (Sprite* s : game->asteroidEngine.sprites) {
-            if (isFragment(s)) {
-                auto* fragment = static_cast<Asteroid*>(s);
-                EXPECT_EQ(fragment->energy, 0);
-                speeds.push_back(fragment->velocity.x);
-            }
+            if (!isFragment(s)) continue;
+            EXPECT_EQ(static_cast<Asteroid*>(s)->energy, 0);
+            EXPECT_FLOAT_EQ(static_cast<Asteroid*>(s)->velocity.x, 0.05f - side * 0.2f);
+            side = -side;
         }
-        std::sort(speeds.begin(), speeds.end());
-        EXPECT_FLOAT_EQ(speeds[0], 0.05f - 0.2f);
-        EXPECT_FLOAT_EQ(speeds[1], 0.05f + 0.2f);
-
+        if (c.fragments == 0) continue;
         // Fragments score but do not count toward the stage.
         run(10);
         auto* fragment = static_cast<Asteroid*>(*std::find_if(game->asteroidEngine.sprites.begin(),
@@ -74,121 +73,94 @@ TEST_F(GameWorld, LasersWearAsteroidsDownThenDestroyThemAndLargeOnesSplit) {
     }
 }
 
-TEST_F(GameWorld, ShieldsAndPirateLasersDestroyAsteroidsWithoutScoring) {
-    start(gtSingleA);
-    Player* ship = game->ships[0];
-    game->foes[0] = new Foe(false);
-    Asteroid* shot = addAsteroid(atLarge, 0, 200, 300);
-    addLaser(game->foes[0], 200, 300);
-    collide(game->foeLaserEngine, game->asteroidEngine);
-    EXPECT_TRUE(shot->exploded);
-    EXPECT_EQ(count(game->asteroidEngine, isFragment), 2) << "a pirate's shot still splits it";
-
-    Asteroid* rammed = addAsteroid(atLarge, 0, 600, 300);
-    ship->energy = 1000.0f;
-    game->shieldTrigger[0]->value = 1.0f;
-    run(60);  // up and solid, far from the asteroid
-    ship->position = {600.0f, 300.0f};
-    run(10);
-    EXPECT_TRUE(ship->shield->collidable);
-    EXPECT_TRUE(rammed->exploded);
-    EXPECT_EQ(count(game->asteroidEngine, isFragment), 2) << "no split under a shield";
-    EXPECT_EQ(ship->score, 0u);
-    EXPECT_EQ(game->killsLeft, 40);
-    EXPECT_TRUE(ship->alive);
-}
-
-TEST_F(GameWorld, ContainersReleaseTheirExtraWhateverDestroysThem) {
+// Only the ships' lasers score; a shield destroys a large asteroid whole; a container gives up its
+// extra to whatever destroys it.
+TEST_F(GameWorld, WhatDestroysAsteroidsAndContainersDecidesTheScoreAndTheSplit) {
     enum By { byShipLaser, byPirateLaser, byShield, byHull };
     for (By by : {byShipLaser, byPirateLaser, byShield, byHull}) {
-        SCOPED_TRACE(by);
-        start(gtSingleA);
-        Player* ship = game->ships[0];
-        auto* box = new Container();
-        game->asteroidEngine.addFront(box);
-        box->position = {300.0f, 300.0f};
-        const ExtraType inside = box->extraType;
-        switch (by) {
-        case byShipLaser: addLaser(ship, 300, 300); break;
-        case byPirateLaser:
-            game->foes[1] = new Foe(true);
-            addLaser(game->foes[1], 300, 300);
-            break;
-        case byShield:
-            ship->energy = 1000.0f;
-            ship->shield->collidable = true;
-            ship->shield->position = {300.0f, 300.0f};
-            break;
-        case byHull:
-            ship->setSpeedupCount(1);
-            ship->position = {300.0f, 300.0f};
-            break;
+        for (bool box : {true, false}) {
+            SCOPED_TRACE(testing::Message() << by << (box ? " container" : " asteroid"));
+            start(gtSingleA);
+            Player* ship = game->ships[0];
+            auto* container = box ? new Container() : nullptr;
+            VantorixSprite* target = box ? static_cast<VantorixSprite*>(container) : addAsteroid(atLarge, 0, 300, 300);
+            if (box) game->asteroidEngine.addFront(container);
+            const ExtraType inside = box ? container->extraType : etAny;
+            target->position = {300.0f, 300.0f};
+            if (by == byShipLaser) addLaser(ship, 300, 300);
+            if (by == byPirateLaser) addLaser(game->foes[1] = new Foe(true), 300, 300);
+            if (by == byShield) {
+                ship->energy = 1000.0f;
+                ship->shield->collidable = true;
+                ship->shield->position = {300.0f, 300.0f};
+            }
+            if (by == byHull) {
+                ship->setSpeedupCount(1);
+                ship->position = {300.0f, 300.0f};
+            }
+            collide(by == byPirateLaser ? game->foeLaserEngine
+                    : by == byShipLaser ? game->shipLaserEngine
+                                        : game->shipEngine,
+                    game->asteroidEngine);
+            EXPECT_EQ(game->shipLaserEngine.size() + game->foeLaserEngine.size(), 0) << "the laser is spent";
+            EXPECT_TRUE(ship->alive);
+            EXPECT_EQ(ship->score, by == byShipLaser && !box ? 100u : 0u);
+            EXPECT_EQ(game->killsLeft, by == byShipLaser && !box ? 39 : 40);
+            if (!box) {
+                EXPECT_TRUE(static_cast<Asteroid*>(target)->exploded);
+                EXPECT_EQ(count(game->asteroidEngine, isFragment), by == byShield ? 0 : 2);
+                continue;
+            }
+            EXPECT_FALSE(std::count(game->asteroidEngine.sprites.begin(), game->asteroidEngine.sprites.end(), target));
+            const int released = static_cast<int>(std::count_if(
+                game->extraEngine.sprites.begin(), game->extraEngine.sprites.end(), [&](const Sprite* s) {
+                    auto* extra = static_cast<const Extra*>(s);
+                    return extra->lostTimer == 0 && extra->type == inside;
+                }));
+            EXPECT_EQ(released, 1);
         }
-        collide(by == byPirateLaser ? game->foeLaserEngine : by == byShipLaser ? game->shipLaserEngine : game->shipEngine,
-                game->asteroidEngine);
-        EXPECT_FALSE(std::count(game->asteroidEngine.sprites.begin(), game->asteroidEngine.sprites.end(), box));
-        EXPECT_EQ(game->shipLaserEngine.size() + game->foeLaserEngine.size(), 0) << "the laser is spent";
-        int released = 0;
-        for (Sprite* s : game->extraEngine.sprites) {
-            auto* extra = static_cast<Extra*>(s);
-            if (extra->lostTimer == 0 && extra->type == inside) ++released;
-        }
-        EXPECT_EQ(released, 1);
-        EXPECT_EQ(ship->score, 0u);
-        EXPECT_TRUE(ship->alive);
     }
 }
 
 TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
     struct Case {
         ExtraType type;
-        int before;  // of the upgrade the extra raises
-        int after;
-        bool blinks;
+        int before, after;  // of the upgrade the extra raises
         unsigned int points;
     };
     const Case cases[] = {
-        {etLaserType, 0, 1, true, 0}, {etLaserType, 4, 4, true, 0}, {etSpeed, 4, 5, true, 0},
-        {etSpeed, 5, 5, true, 0},     {etFireRate, 5, 5, true, 0},  {etTimeWarp, 2, 2, true, 0},
-        {etTimeWarp, 0, 1, true, 0},  {etEnergy, 14000, 15000, false, 0}, {etEnergy, 0, 2500, false, 0},
-        {etCrystal, 0, 0, false, 500},
+        {etLaserType, 0, 1, 0}, {etLaserType, 4, 4, 0},         {etSpeed, 4, 5, 0},         {etSpeed, 5, 5, 0},
+        {etFireRate, 5, 5, 0},  {etTimeWarp, 2, 2, 0},          {etTimeWarp, 0, 1, 0},      {etEnergy, 14000, 15000, 0},
+        {etEnergy, 0, 2500, 0}, {etCrystal, 0, 0, 500},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.type << " from " << c.before);
         start(gtSingleA);
         Player* ship = game->ships[0];
-        int* value[] = {nullptr, &ship->speedUpgrades, &ship->fireRate, nullptr, &ship->timeWarps, nullptr};
-        switch (c.type) {
-        case etLaserType: ship->laserType = static_cast<short>(c.before); break;
-        case etSpeed: ship->setSpeedupCount(c.before); break;
-        case etFireRate: ship->setFireRateCount(c.before); break;
-        case etEnergy: ship->energy = static_cast<float>(c.before); break;
-        default: if (value[c.type]) *value[c.type] = c.before;
-        }
-        auto* extra = new Extra(c.type, ship->position);
-        game->extraEngine.addFront(extra);
+        auto value = [&] {
+            const int values[] = {ship->laserType, ship->speedUpgrades, ship->fireRate,
+                                  static_cast<int>(ship->energy), ship->timeWarps, 0};
+            return values[c.type];
+        };
+        ship->laserType = static_cast<short>(c.type == etLaserType ? c.before : 0);
+        ship->setSpeedupCount(c.type == etSpeed ? c.before : 0);
+        ship->setFireRateCount(c.type == etFireRate ? c.before : 0);
+        ship->energy = static_cast<float>(c.type == etEnergy ? c.before : 0);
+        ship->timeWarps = c.type == etTimeWarp ? c.before : 0;
+        Extra* extra = addExtra(c.type, ship->position.x, ship->position.y);
         EXPECT_TRUE(ship->collectExtra(extra));
         EXPECT_FALSE(ship->collectExtra(extra)) << "collected once only";
-        const int now = c.type == etLaserType ? ship->laserType
-                        : c.type == etEnergy  ? static_cast<int>(ship->energy)
-                        : value[c.type]       ? *value[c.type]
-                                              : 0;
-        EXPECT_EQ(now, c.after);
-        EXPECT_EQ(ship->hudBlinkCount > 0, c.blinks);
+        EXPECT_EQ(value(), c.after);
+        EXPECT_EQ(ship->hudBlinkCount > 0, c.type != etEnergy && c.type != etCrystal);
         EXPECT_EQ(ship->score, c.points);
-        if (c.type == etSpeed) {
-            EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(c.after));
-        }
-        if (c.type == etFireRate) {
-            EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(5));
-        }
+        EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(ship->speedUpgrades));
+        EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(static_cast<short>(ship->fireRate)));
     }
 }
 
 TEST_F(GameWorld, ExtrasFallWithTheWorldAndFadeOnceCollected) {
     start(gtSingleA);
-    auto* extra = new Extra(etSpeed, {400.0f, 600.0f});
-    game->extraEngine.addFront(extra);
+    Extra* extra = addExtra(etSpeed, 400, 600);
     run(100);
     EXPECT_NEAR(extra->position.y, 600.0f - 100.0f * game->levelSpeed * 0.7f, 0.01f);
     extra->collected = true;
@@ -200,22 +172,61 @@ TEST_F(GameWorld, ExtrasFallWithTheWorldAndFadeOnceCollected) {
     EXPECT_EQ(game->extraEngine.size(), 0) << "gone below the screen";
 
     // Knocked off a ship: its own course, and out of reach for 200 ms.
-    auto* lost = new Extra(etFireRate, {400.0f, 300.0f});
-    game->extraEngine.addFront(lost);
+    Extra* lost = addExtra(etFireRate, 400, 300);
     lost->knockOff({-0.3f, -0.7f});
     run(190);
     EXPECT_FALSE(lost->collidable);
     EXPECT_NEAR(lost->position.x, 400.0f - 190.0f * 0.3f * 0.3f, 0.01f);
     run(10);
     EXPECT_TRUE(lost->collidable);
+    lost->deleteMe();
+    lost->deleteMe();
+    EXPECT_EQ(deleteQueue.size(), 1u) << "queued twice, deleted once";
 }
 
-TEST_F(GameWorld, SpriteQueuedTwiceIsDeletedOnce) {
+TEST_F(GameWorld, PiratesFireVolleysAcrossTheScreen) {
+    for (const auto& [level, volley] : {std::pair{4u, 0}, std::pair{9u, 2}}) {
+        SCOPED_TRACE(level);
+        start(gtSingleA);
+        game->initLevel(level);
+        EXPECT_TRUE(game->spawnFoe(1));
+        EXPECT_FALSE(game->spawnFoe(1)) << "one pirate a side";
+        Foe* foe = game->foes[1];
+        EXPECT_TRUE(foe->rightSide);
+        foe->volleyCount = volley;
+        EXPECT_EQ(static_cast<int>(foe->fireDelay), level == 4 ? 2166 : specs.getFoeFireDelay(9));
+        const unsigned int cycle = foe->fireDelay + static_cast<unsigned int>(volley) * foe->volleyDelay;
+        EXPECT_EQ(shotsIn(foe, 10), 1);
+        EXPECT_EQ(shotsIn(foe, cycle - 10), volley) << "the rest of the volley";
+        EXPECT_EQ(shotsIn(foe, 10), 1) << "the next volley";
+        auto* laser = static_cast<Laser*>(game->foeLaserEngine.sprites.front());
+        EXPECT_LT(laser->velocity.x, 0.0f) << "from the right edge to the left";
+        EXPECT_FLOAT_EQ(laser->velocity.y, 0.4f * foe->velocity);
+    }
+}
+
+TEST_F(GameWorld, PiratesTakeFiftyHitsAtLevelThreeAndGoWhenTheShipsAreGone) {
     start(gtSingleA);
-    Asteroid* rock = addAsteroid(atSmall, 0, 100, 100);
-    rock->deleteMe();
-    rock->deleteMe();
-    EXPECT_EQ(deleteQueue.size(), 1u);
-    destroyQueuedSprites();
-    EXPECT_EQ(game->asteroidEngine.size(), 0);
+    game->initLevel(3);
+    EXPECT_TRUE(game->spawnFoe(-1));
+    EXPECT_TRUE(game->spawnFoe(0)) << "the free side";
+    EXPECT_FALSE(game->spawnFoe(0));
+    Foe* foe = game->foes[0];
+    EXPECT_EQ(foe->hull, 50);
+    Player* ship = game->ships[0];
+    for (int i = 1; i <= 50; ++i) {
+        EXPECT_TRUE(foe->alive && ship->score == 0) << i;
+        addLaser(ship, foe->position.x, foe->position.y);
+        collide(game->shipLaserEngine, game->foeEngine);
+    }
+    EXPECT_FALSE(game->foes[0]) << "its slot is free again";
+    EXPECT_EQ(ship->score, 1500u);
+
+    // With the last ship gone the other pirate stops firing and flies down and out.
+    game->foes[1]->position.y = 300.0f;
+    ship->explode();
+    const int shots = game->foeLaserEngine.size();
+    run(3000);
+    EXPECT_EQ(game->foeLaserEngine.size(), shots);
+    EXPECT_FALSE(game->foes[1]);
 }

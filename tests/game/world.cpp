@@ -1,23 +1,14 @@
 #include "world.h"
 
-#include <SDL/SDL_image.h>
-
 #include <algorithm>
-#include <string>
 
 #include "audio/core.h"
-#include "files/sysdirs.h"
 #include "framework/application.h"
-#include "game/foe.h"
 #include "gui/root.h"
 #include "math/random.h"
-#include "norvane.h"
-#include "resources/resources.h"
-#include "screenshot.h"
-#include "support/captured.h"
+#include "support/events.h"
 #include "support/gamedata.h"
 #include "tools/clock.h"
-#include "vantorix.h"
 
 using namespace vantorix;
 
@@ -26,20 +17,15 @@ void GameWorld::SetUp() {
     if (std::string(NORVANE_FS_ROOT).empty()) GTEST_SKIP() << "needs a build with NORVANE_FS_ROOT";
     if (resources) return;
     installData();
-    const std::string log = captured([] {
-        try {
-            norvane::audio::init("", 44100);
-            resources = new Resources();
-            resources->init();
-        } catch (const std::string& text) {
-            ADD_FAILURE() << text;
-        }
+    norvane::mkdirs(TEST_TMP_DIR "/");  // where the wave writer's file goes
+    captured([] {
+        norvane::audio::init("", 44100);
+        resources = new Resources();
+        resources->init();
     });
-    ASSERT_TRUE(resources) << log;
     while (!resources->loaded) norvane::perform(norvane::getCurrentTicks() + 1000);
     resources->pMainMenu->setVisible(false);  // as the menu leaves it when a game starts
     resources->gui->setVisible(false);
-    norvane::mkdirs(TEST_TMP_DIR "/");
     // The loop the game runs in; it is never destroyed, as that would end the process.
     (new norvane::Application)->queue = resources->queue;
 }
@@ -65,17 +51,12 @@ void GameWorld::run(unsigned int ms, unsigned int step) {
     for (unsigned int t = 0; t < ms && game; t += step) game->perform(step);
 }
 
-void GameWorld::frames(unsigned int ms, unsigned int step) {
-    for (unsigned int t = 0; t < ms && game; t += step) norvane::application->perform(step);
+void GameWorld::frames(unsigned int ms) {
+    for (unsigned int t = 0; t < ms && game; t += 10) norvane::application->perform(10);
 }
 
 void GameWorld::key(SDLKey key, bool down) {
-    SDL_Event event{};
-    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    event.key.type = event.type;
-    event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
-    event.key.keysym.sym = key;
-    event.key.keysym.unicode = key < 128 ? static_cast<Uint16>(key) : 0;  // typing needs the character
+    SDL_Event event = keyEvent(key, down, key < 128 ? static_cast<Uint16>(key) : 0);  // typing needs the character
     SDL_PushEvent(&event);
 }
 
@@ -87,14 +68,12 @@ void GameWorld::tap(SDLKey k) {
 }
 
 SurfacePtr GameWorld::shot(const std::string& name) {
-    const std::string path = std::string(TEST_TMP_DIR) + "/" + name + ".png";
     game->draw();
-    norvane::saveScreenshot(path.c_str());
-    return SurfacePtr(IMG_Load(path.c_str()));
+    return screenshot(name + ".png");
 }
 
-Asteroid* GameWorld::addAsteroid(AsteroidType type, int energy, float x, float y, bool counted) {
-    auto* asteroid = new Asteroid(type, energy, counted);
+Asteroid* GameWorld::addAsteroid(AsteroidType type, int energy, float x, float y) {
+    auto* asteroid = new Asteroid(type, energy, true);
     asteroid->position = {x, y};
     game->asteroidEngine.addFront(asteroid);
     return asteroid;
@@ -106,6 +85,12 @@ Laser* GameWorld::addLaser(VantorixSprite* owner, float x, float y) {
     laser->position = {x, y};
     (pirate ? game->foeLaserEngine : game->shipLaserEngine).addFront(laser);
     return laser;
+}
+
+Extra* GameWorld::addExtra(ExtraType type, float x, float y) {
+    auto* extra = new Extra(type, {x, y});
+    game->extraEngine.addFront(extra);
+    return extra;
 }
 
 void GameWorld::shootAsteroid(Player* ship) {

@@ -8,11 +8,16 @@
 
 #include "controls/trigger.h"
 #include "game/asteroid.h"
+#include "game/extra.h"
+#include "game/foe.h"
 #include "game/game.h"
 #include "game/laser.h"
 #include "game/player.h"
+#include "resources/resources.h"
+#include "specs.h"
 #include "support/surfaces.h"
 #include "support/window.h"
+#include "vantorix.h"
 
 // A running game on the shipped data in a window under Xvfb, with sound going to the wave writer.
 // The resources are made once, as the program makes them once; each test starts its games with a
@@ -25,15 +30,15 @@ protected:
 
     void start(vantorix::GameType type, unsigned int seed = 1);  // replaces a running game
     void run(unsigned int ms, unsigned int step = 10);           // the game's passes of `step` ms
-    void frames(unsigned int ms, unsigned int step = 10);        // the loop's: events, perform, draw
+    void frames(unsigned int ms);                                // the loop's: events, perform, draw
     void key(SDLKey key, bool down);                             // into SDL's event queue
     void tap(SDLKey key);                                        // down and up, a frame each
-    // Draws a frame and keeps it as TEST_TMP_DIR/<name>.png, to be looked at and read back.
-    SurfacePtr shot(const std::string& name);
+    SurfacePtr shot(const std::string& name);  // a drawn frame, kept as <name>.png to be looked at
 
     // Game objects placed by hand, in the engines where the game keeps them.
-    vantorix::Asteroid* addAsteroid(vantorix::AsteroidType type, int energy, float x, float y, bool counted = true);
+    vantorix::Asteroid* addAsteroid(vantorix::AsteroidType type, int energy, float x, float y);
     vantorix::Laser* addLaser(vantorix::VantorixSprite* owner, float x, float y);
+    vantorix::Extra* addExtra(vantorix::ExtraType type, float x, float y);
     void shootAsteroid(vantorix::Player* ship);  // a counted one, destroyed by `ship`'s laser
     // Tests `a` against `b` as a pass does, then deletes what the collisions queued.
     void collide(norvane::sprites::SpriteEngine& a, norvane::sprites::SpriteEngine& b);

@@ -6,22 +6,15 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <fstream>
 
-#include "files/sysdirs.h"
+#include "support/files.h"
 
 using vantorix::HighscoreEntry;
 using vantorix::Highscores;
 
 namespace {
 
-std::string tmpPath(const std::string& name, const char* content = nullptr) {
-    norvane::mkdirs(TEST_TMP_DIR "/");
-    const std::string path = TEST_TMP_DIR "/" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + name;
-    if (content) std::ofstream(path, std::ios::binary) << content;
-    return path;
-}
-
+// The three tables as "name:score " entries, each closed by "| ".
 std::string text(const Highscores& h) {
     std::string out;
     for (auto* table : {&h.singleA, &h.singleB, &h.multi}) {
@@ -40,14 +33,10 @@ std::string unnamed(std::initializer_list<unsigned int> scores) {
 const std::string DEFAULT_A = unnamed({100000, 50000, 25000, 10000, 8000, 6000, 4000, 2000, 1000, 500}) + "| ";
 const std::string DEFAULTS = DEFAULT_A + unnamed({20000, 17500, 15000, 12500, 10000, 7500, 5000, 2500, 1000, 500}) + "| " + DEFAULT_A;
 
-Highscores withDefaults() {
+Highscores loaded(const std::string& path = "", bool defaults = true) {
     Highscores h;
-    h.setDefaults();
-    return h;
-}
-
-Highscores loaded(const std::string& path, Highscores h = withDefaults()) {
-    h.load(path);
+    if (defaults) h.setDefaults();
+    if (!path.empty()) h.load(path);
     return h;
 }
 
@@ -64,10 +53,11 @@ Highscores numbered() {
 }  // namespace
 
 TEST(Highscores, TiesKeepTheOlderEntryAheadAndTheLastPlaceFallsOut) {
-    Highscores h = withDefaults();
+    Highscores h;
+    h.setDefaults();
     EXPECT_EQ(text(h), DEFAULTS);
     EXPECT_EQ(h.singleA.add(HighscoreEntry("tie", 8000)), 5);
-    EXPECT_EQ(h.singleA.add(HighscoreEntry("low", 1000)), -1);  // the tenth place
+    EXPECT_EQ(h.singleA.add(HighscoreEntry("low", 1000)), -1);  // the eleventh
     EXPECT_EQ(h.singleA.add(HighscoreEntry("best", 4000000000u)), 0);  // compared unsigned
     EXPECT_EQ(text(h), "best:4000000000 " + unnamed({100000, 50000, 25000, 10000, 8000}) + "tie:8000 " +
                            unnamed({6000, 4000, 2000}) + DEFAULTS.substr(DEFAULT_A.size() - 2));
@@ -81,26 +71,26 @@ TEST(Highscores, FileEntriesAreTakenAsTheyStand) {
                        "</singleB><multi>";
     for (int i = 1; i <= 12; ++i) file += "<entry name=\"m" + std::to_string(i) + "\" score=\"" + std::to_string(i) + "\"/>";
     // Out of order and kept so; a foreign element takes no slot; a hostile score neither wraps nor overflows.
-    EXPECT_EQ(text(loaded(tmpPath("partial.xml", (file + "</multi></highscores>").c_str()))),
+    EXPECT_EQ(text(loaded(writeFile("partial.xml", file + "</multi></highscores>"))),
               DEFAULT_A + "c:10 a:300000 :0 big:4294967295 " + unnamed({10000, 7500, 5000, 2500, 1000, 500}) +
                   "| m1:1 m2:2 m3:3 m4:4 m5:5 m6:6 m7:7 m8:8 m9:9 m10:10 | ");
 
     // Missing, empty, truncated, binary, another document: only the unreadable ones are worth a line.
     const std::pair<const char*, bool> bad[] = {{nullptr, true}, {"", false}, {"<highscores><singleA><entry/>", true},
                                                 {"\x89PNG\r\n\x1a\n\x01", true}, {"<settings><singleA><entry/></singleA></settings>", false}};
-    for (int i = 0; i < 5; ++i) {
-        testing::internal::CaptureStdout();
-        EXPECT_EQ(text(loaded(tmpPath("bad" + std::to_string(i), bad[i].first))), DEFAULTS) << i;
-        const std::string log = testing::internal::GetCapturedStdout();
-        EXPECT_EQ(log.find("(info) Could not load highscores: ") != std::string::npos, bad[i].second) << i;
+    for (const auto& [content, logged] : bad) {
+        const std::string path = content ? writeFile("bad.xml", content) : scratchPath("missing.xml");
+        SCOPED_TRACE(content ? content : "(missing)");
+        const std::string log = captured([&] { EXPECT_EQ(text(loaded(path)), DEFAULTS); });
+        EXPECT_EQ(log.find("(info) Could not load highscores: ") != std::string::npos, logged);
     }
 }
 
 TEST(Highscores, ASaveThatDiesHalfWayKeepsThePreviousFile) {
-    const std::string path = tmpPath("highscores.xml");
+    const std::string path = scratchPath("highscores.xml");
     numbered().save(path);
-    EXPECT_EQ(text(loaded(path, Highscores())), text(numbered()));
-    withDefaults().save(path);
+    EXPECT_EQ(text(loaded(path, false)), text(numbered()));
+    loaded().save(path);
     for (bool killed : {true, false}) {
         const pid_t pid = fork();
         if (pid == 0) {
@@ -114,7 +104,7 @@ TEST(Highscores, ASaveThatDiesHalfWayKeepsThePreviousFile) {
         int status = 0;
         waitpid(pid, &status, 0);
         EXPECT_EQ(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ, killed);
-        EXPECT_EQ(text(loaded(path, Highscores())), DEFAULTS) << killed;
+        EXPECT_EQ(text(loaded(path, false)), DEFAULTS) << killed;
     }
     EXPECT_NE(access((path + ".tmp").c_str(), F_OK), 0);  // a failed write cleans up after itself
 }
