@@ -1,16 +1,13 @@
 #include "gamedata.h"
 
-#include <fstream>
-
 #include "controls/queue.h"
-#include "files/sysdirs.h"
-#include "norvane.h"
 
 namespace {
 
 void startClean() {
     if (std::string(NORVANE_FS_ROOT).empty()) GTEST_SKIP() << "needs a build with NORVANE_FS_ROOT";
     std::remove(settingsPath().c_str());
+    norvane::mkdirs(TEST_TMP_DIR "/");  // where the audio writes its wave file
 }
 
 // A finished test's evaluators and image loader must not reach the next one.
@@ -32,7 +29,6 @@ void GameData::TearDown() { forgetGame(); }
 void GameWindow::SetUp() {
     WindowTest::SetUp();
     startClean();
-    norvane::mkdirs(TEST_TMP_DIR "/");  // where the audio writes its wave file
 }
 
 void GameWindow::TearDown() { forgetGame(); }

@@ -3,14 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "resources/resources.h"
 #include "support/captured.h"
 #include "support/gamedata.h"
 #include "support/window.h"
-#include "xml/xml.h"
 
 // The game's data directory and settings file in the build's throwaway tree. Each test starts
 // without a settings file; as in the game, the banks a Resources loads outlive it.
