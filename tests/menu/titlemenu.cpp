@@ -1,13 +1,10 @@
 #include "menu/titlemenu.h"
 
 #include "audio/core.h"
-#include "controls/queue.h"
-#include "files/sysdirs.h"
 #include "framework/application.h"
 #include "gui/standard.h"
 #include "menu/menu.h"
-#include "resources/resources.h"
-#include "screenshot.h"
+#include "support/events.h"
 #include "vantorix.h"
 
 using namespace vantorix;
@@ -28,15 +25,13 @@ void TitleMenu::SetUp() {
     GameWindow::SetUp();
     if (HasFatalFailure() || IsSkipped()) return;
     installData();
-    norvane::mkdirs(TEST_TMP_DIR "/");  // the wave writer's file goes there
-    loop();                             // states activate themselves in the application
+    loop();  // states activate themselves in the application
     captured([this] {
         norvane::audio::init("", 44100);
         resources = new Resources;
         resources->setResolution(800, 600, 32, false);
         resources->init();
-        menu = new Menu;
-        vantorix::menu = menu;
+        vantorix::menu = menu = new Menu;
         menu->activate();
     });
     loop()->queue = resources->queue;
@@ -59,52 +54,32 @@ void TitleMenu::finishLoading() {
     ASSERT_TRUE(resources->loaded);
 }
 
-void TitleMenu::key(SDLKey sym, Uint16 unicode) {
-    SDL_Event event{};
-    event.key.type = SDL_KEYDOWN;
-    event.key.state = SDL_PRESSED;
-    event.key.keysym.sym = sym;
-    event.key.keysym.unicode = unicode;
-    push(event);
-    event.key.type = SDL_KEYUP;
-    event.key.state = SDL_RELEASED;
-    event.key.keysym.unicode = 0;
-    push(event);
-    frames();
+void TitleMenu::keys(std::initializer_list<SDLKey> syms) {
+    for (SDLKey sym : syms) {
+        // Return, Tab and Backspace type their character; Escape none.
+        push(keyEvent(sym, true, sym < 128 && sym != SDLK_ESCAPE ? static_cast<Uint16>(sym) : 0));
+        push(keyEvent(sym, false));
+        frames();
+    }
 }
 
 void TitleMenu::joyAxis(Uint8 axis, Sint16 value) {
-    SDL_Event event{};
-    event.jaxis.type = SDL_JOYAXISMOTION;
-    event.jaxis.which = 0;
-    event.jaxis.axis = axis;
-    event.jaxis.value = value;
-    push(event);
-    frames();
-    event.jaxis.value = 0;
-    push(event);
-    frames();
+    for (Sint16 v : {value, Sint16{0}}) {
+        push(joyAxisEvent(0, axis, v));
+        frames();
+    }
 }
 
-void TitleMenu::joyButton(Uint8 button) {
-    SDL_Event event{};
-    event.jbutton.type = SDL_JOYBUTTONDOWN;
-    event.jbutton.which = 0;
-    event.jbutton.button = button;
-    event.jbutton.state = SDL_PRESSED;
-    push(event);
-    event.jbutton.type = SDL_JOYBUTTONUP;
-    event.jbutton.state = SDL_RELEASED;
-    push(event);
-    frames();
+void TitleMenu::joyButtons(std::initializer_list<Uint8> buttons) {
+    for (Uint8 button : buttons) {
+        push(joyButtonEvent(0, button, true));
+        push(joyButtonEvent(0, button, false));
+        frames();
+    }
 }
 
 void TitleMenu::mouseTo(int x, int y) {
-    SDL_Event event{};
-    event.motion.type = SDL_MOUSEMOTION;
-    event.motion.x = static_cast<Uint16>(x);
-    event.motion.y = static_cast<Uint16>(y);
-    push(event);
+    push(mouseMotionEvent(static_cast<Uint16>(x), static_cast<Uint16>(y)));
     frames();
 }
 
@@ -127,9 +102,7 @@ std::string TitleMenu::caption(const std::string& labelName) const {
 }
 
 std::string TitleMenu::screenshot(const std::string& name) {
-    const std::string dir = TEST_TMP_DIR "/menu/";
-    norvane::mkdirs(dir);
-    const std::string path = dir + name + ".png";
+    const std::string path = scratchPath(name + ".png");
     norvane::saveScreenshot(path.c_str());
     return path;
 }

@@ -3,6 +3,7 @@
 
 #include <SDL/SDL.h>
 
+#include <initializer_list>
 #include <string>
 
 #include "gameresources/gamedata.h"
@@ -22,10 +23,10 @@ protected:
 
     void frames(int count = 1);  // whole passes of the loop, 10 ms each
     void finishLoading();
-    void key(SDLKey sym, Uint16 unicode = 0);
-    void joyAxis(Uint8 axis, Sint16 value);  // joystick 0; the stick is let go afterwards
-    void joyButton(Uint8 button);            // joystick 0, pressed and released
-    void mouseTo(int x, int y);              // window pixels, y downwards as SDL counts
+    void keys(std::initializer_list<SDLKey> syms);  // each pressed and released in a frame of its own
+    void joyAxis(Uint8 axis, Sint16 value);         // joystick 0; the stick is let go afterwards
+    void joyButtons(std::initializer_list<Uint8> buttons);  // joystick 0, each pressed and released
+    void mouseTo(int x, int y);                     // window pixels, y downwards as SDL counts
     bool focusIs(const std::string& name) const;
     bool shown(const std::string& name) const;
     norvane::gui::Component* component(const std::string& name) const;
