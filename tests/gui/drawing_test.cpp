@@ -103,12 +103,12 @@ protected:
         writeImage("edge.png", 8, 0x0000FFFF);
         writeImage("center.png", 16, 0x102010FF);
         writeImage("marker.png", 8, 0xFFFF00FF);
-        // A font whose glyphs A, B, C and _ are solid 6 x 8 blocks, one unit apart.
-        writeImage("font/glyphs.png", 32, 0xFFFFFFFF);
+        // A font whose glyphs A, B, C, _ and 0 are solid 6 x 8 blocks, one unit apart.
+        writeImage("font/glyphs.png", 48, 0xFFFFFFFF);
         writeFile("font/bitmapfont.xml",
                   "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
                   "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
-                  "<char char=\"C\"/><char char=\"_\"/></line></image></bitmapfont>");
+                  "<char char=\"C\"/><char char=\"_\"/><char char=\"0\"/></line></image></bitmapfont>");
         manager.load(writeFile("resources.xml",
                                std::string("<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
                                            "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
@@ -129,14 +129,10 @@ protected:
     void drawHot(Component* c, bool pressed) {
         c->setFocused(true);
         if (pressed) c->mouseDown(&q, {1, 1}, 1);
-        glPushAttrib(GL_ALL_ATTRIB_BITS);
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glPushMatrix();
         for (Component* p = c->getParent(); p; p = p->getParent()) glTranslatef(p->getPos().x, p->getPos().y, 0);
         c->draw();
         glPopMatrix();
-        glPopAttrib();
         if (pressed) c->mouseUp(&q, {-100, -100}, 1);
     }
     Uint32 pixel(int x, int y) {
@@ -158,15 +154,13 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     resetCursor();
     at("b1")->mouseDown(&q, {1, 1}, 1);  // a repeating button stays down without the focus
     auto* fromDefinition = dynamic_cast<sprites::ImageSprite*>(gui->getMouseCursor());
-    ASSERT_NE(fromDefinition, nullptr);
-    EXPECT_EQ(fromDefinition->image, gui->getImages()->find("marker"));
+    ASSERT_TRUE(fromDefinition && fromDefinition->image == gui->getImages()->find("marker"));
     EXPECT_FLOAT_EQ(fromDefinition->position.x, 400);
     gui->setMouseCursor(new AddingCursor);
     gui->draw();
     for (const char* name : {"b2", "c2", "k2", "d2", "s2", "t2"}) drawHot(at(name), false);
     for (const char* name : {"b3", "c3", "k3", "d3"}) drawHot(at(name), true);
-    glFinish();
-    saveScreenshot(scratchPath("widgets.png").c_str());
+    screenshot("widgets.png");
 
     // Widget centres, in window pixels: the pane sits at (20, 20).
     auto centre = [&](const char* name) {
@@ -183,7 +177,7 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     for (const auto& [name, colour] : centres) EXPECT_EQ(pixel(centre(name).first, centre(name).second), colour) << name;
     // The cursor over everything with its own blending, beside it b1; the bevel light on the left
     // and dark below; the dropdown lists' boxes beside their markers; s0's bar and its handle at 0
-    // after the dec button, s2's at 10 and hot, s3's bar; text vertically centred: b0's "AB" with
+    // after the dec button, showing its value, s2's at 10 and hot, s3's bar; text vertically centred: b0's "AB" with
     // a unit between the glyphs and nothing below them, t2's "C" and the focused field's "_" (none
     // in t0); the label's marker at its left edge with its text right of it; the textured frame's
     // edges outside the pane and its stretched centre inside; a child inside its container and
@@ -194,7 +188,7 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     } pixels[] = {
         {255, 535, 0xFF0000}, {270, 535, 0x800000}, {39, 535, 0xFFFFFF}, {100, 519, 0x000000},
         {centre("d0").first - 10, centre("d0").second, 0x404040}, {centre("d3").first - 10, centre("d3").second, 0x000080},
-        {190, 290, 0x303030}, {70, 290, 0x404040}, {630, 290, 0x008000}, {690, 230, 0x303030},
+        {190, 290, 0x303030}, {70, 290, 0x404040}, {63, 290, 0xFFFFFF}, {630, 290, 0x008000}, {690, 230, 0x303030},
         {43, 535, 0xFFFFFF}, {46, 535, 0x404040}, {50, 535, 0xFFFFFF}, {43, 528, 0x404040}, {363, 235, 0xFFFFFF},
         {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF},
         {16, 300, 0x0000FF}, {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010},

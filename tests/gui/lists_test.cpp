@@ -19,10 +19,11 @@ TEST_F(LoadedGui, DropdownListsCycleOnClicksAndShareTheirLists) {
     mode->setFocused(true);
     std::string captions;
     for (auto [sym, unicode] : {std::pair{SDLK_RETURN, '\r'}, {SDLK_SPACE, ' '}, {SDLK_KP_ENTER, '\r'}}) {
-        key(sym, unicode);  // by key symbol: keypad Enter is not Return
+        send(keyEvent(sym, true, unicode));  // by key symbol: keypad Enter is not Return
         captions += mode->getCaption();
     }
     EXPECT_EQ(captions, "CAA");
+    EXPECT_EQ(behind.seen, std::vector<int>{SDL_KEYDOWN});  // the keys it used went no further
     click(mode, true);
     EXPECT_TRUE(mode->getState().down);
     click(mode, false);
@@ -31,7 +32,7 @@ TEST_F(LoadedGui, DropdownListsCycleOnClicksAndShareTheirLists) {
     EXPECT_EQ(empty->getItems(), nullptr);
     empty->doClick(&q);  // nothing to select, no trigger
     EXPECT_EQ(empty->getSelected(), nullptr);
-    EXPECT_EQ(fired(), (std::vector<int>{4, 4, 4}));
+    EXPECT_EQ(fired(), (Codes{4, 4, 4}));
     EXPECT_EQ(callback.confirms, 0);
 
     // A new list keeps a selection it holds; a shared list lives as long as its last user.
@@ -40,7 +41,6 @@ TEST_F(LoadedGui, DropdownListsCycleOnClicksAndShareTheirLists) {
     x->caption = "X";
     *shared += x;
     ListItem same = *x;
-    EXPECT_TRUE(same == *x);
     same.id = 9;
     EXPECT_FALSE(same == *x);
     *shared += b;  // both lists hold B for a moment
@@ -51,7 +51,6 @@ TEST_F(LoadedGui, DropdownListsCycleOnClicksAndShareTheirLists) {
     *gui += other;
     other->setItems(shared);
     EXPECT_EQ(other->getSelected(), x);
-    EXPECT_EQ(shared->getUseCount(), 2);
     delete other;
     EXPECT_EQ(shared->getUseCount(), 1);
     EXPECT_EQ(shared->findByData(nullptr), x);

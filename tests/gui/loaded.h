@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,31 +14,35 @@
 #include "support/files.h"
 #include "support/manager.h"
 
+using Codes = std::vector<int>;
+
 // A GUI read from a definition beside the input evaluator "menu", whose triggers t1 .. t9 have the
 // codes 1 .. 9 and the data 100 + code. Active, visible, 640 x 480, with a counting callback.
 class LoadedGui : public ::testing::Test {
 protected:
     norvane::gui::GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {
-        std::ostringstream out;
-        out << "<resources><inputEvaluator name=\"menu\">";
+        std::string triggers;
         for (int code = 1; code <= 9; ++code) {
-            out << "<trigger code=\"" << code << "\" name=\"t" << code << "\" data=\"" << 100 + code << "\"/>";
+            triggers += "<trigger code=\"" + std::to_string(code) + "\" name=\"t" + std::to_string(code) + "\" data=\"" +
+                        std::to_string(100 + code) + "\"/>";
         }
-        out << "</inputEvaluator><gui name=\"gui\" width=\"640\" height=\"480\" visible=\"true\"" << guiAttributes
-            << ">" << guiContent << "</gui></resources>";
-        const std::string path = writeFile("gui.xml", out.str());
+        const std::string path = writeFile("gui.xml", "<resources><inputEvaluator name=\"menu\">" + triggers +
+                                                          "</inputEvaluator><gui name=\"gui\" width=\"640\" height=\"480\""
+                                                          " visible=\"true\"" + guiAttributes + ">" + guiContent +
+                                                          "</gui></resources>");
         log = captured([&] { manager.load(path, ""); });
         gui = manager.get<norvane::gui::GUI>("gui");
         if (!gui) return nullptr;
         gui->setActive(true);
         gui->setCallback(&callback);
         norvane::vpScreen = {0, 0, 640, 480};
+        q.push(&behind);
         q.push(gui);
         return gui;
     }
     // Codes of the triggers fired since the last call; data is checked on the way.
-    std::vector<int> fired() {
-        std::vector<int> codes;
+    Codes fired() {
+        Codes codes;
         for (norvane::Trigger* t : drain(q)) {
             EXPECT_EQ(t->data, 100 + t->code) << t->name;
             codes.push_back(t->code);
@@ -60,12 +63,13 @@ protected:
     void click(const norvane::gui::Component* c, bool down, float dx = 5, float dy = 5, Uint8 b = 1) {
         send(mouseButtonEvent(b, down, Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));
     }
-    void moveTo(const norvane::gui::Component* c, float dx = 5, float dy = 5) {
-        send(mouseMotionEvent(Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));
+    void moveTo(const norvane::gui::Component* c) {
+        send(mouseMotionEvent(Uint16(c->getPos().x + 5), Uint16(480 - (c->getPos().y + 5))));
     }
 
     Callback callback;  // outlives the GUI
     OwningManager manager;
+    CatchAll behind;  // what the GUI did not use
     norvane::ControlQueue q;
     norvane::gui::GUI* gui = nullptr;
     std::string log;

@@ -37,18 +37,17 @@ public:
         return true;
     }
     bool joyAxisMotion(Queue* q, unsigned char joystick, unsigned char axis, short value) override {
-        note("axis " + std::to_string(joystick) + "," + std::to_string(axis) + "," + std::to_string(value));
+        note("axis " + std::to_string(axis) + "," + std::to_string(value));
         return Component::joyAxisMotion(q, joystick, axis, value);
     }
     void performSelf(Queue*, float) override { note("perform"); }
-
-    Journal& journal;
 
 private:
     void note(const std::string& what, const Point& p) {
         note(what + " " + std::to_string(int(p.x)) + "," + std::to_string(int(p.y)));
     }
     void note(const std::string& what) { journal.push_back(name + " " + what); }
+    Journal& journal;
 };
 
 // Counts the callback's calls.
@@ -75,13 +74,12 @@ protected:
     }
     // A probe in `parent`; grid cell (-1, -1) leaves the placing to the parent.
     Probe* add(norvane::gui::Component& parent, const std::string& name, norvane::basic_Rect<float> rect = {},
-               bool focusable = true, int x = -1, int y = -1, int w = 1, int h = 1) {
+               bool focusable = true, int x = -1, int y = -1, int w = 1) {
         auto* p = new Probe(journal, name, focusable);
         p->setDimensions(rect);
         p->gridX = x;
         p->gridY = y;
         p->gridWidth = w;
-        p->gridHeight = h;
         parent += p;
         return p;
     }

@@ -29,7 +29,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Routing, InactiveGuiPassesEverythingOnAndUnhandledEventsFallThrough) {
+TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     a->setFocused(true);
     gui.setActive(false);
     q << keyEvent(SDLK_DOWN, true);
@@ -42,22 +42,20 @@ TEST_F(Routing, InactiveGuiPassesEverythingOnAndUnhandledEventsFallThrough) {
     q << SDL_Event{SDL_VIDEOEXPOSE};
     EXPECT_EQ(behind.seen, (std::vector<int>{SDL_KEYDOWN, SDL_KEYDOWN, SDL_KEYUP, SDL_VIDEOEXPOSE}));
     EXPECT_EQ(journal, (Journal{"a key 274", "b key 112"}));
-}
-
-TEST_F(Routing, JoystickAxisPassesOnlyChangesOfTheQuantisedValue) {
-    a->setFocused(true);
+    // Axes pass only changes of the quantised value; the unchanged ones and those of an axis that
+    // does not navigate go on to the next evaluator.
+    journal.clear();
+    behind.seen.clear();
     for (Sint16 value : {0, 12000, 17000, 30000, 5000, -20000}) q << joyAxisEvent(0, 3, value);
-    EXPECT_EQ(journal, (Journal{"a axis 0,3,1", "a axis 0,3,0", "a axis 0,3,-1"}));
-    // The unchanged values went on to the next evaluator; the axis is no navigation axis, so
-    // the passed-on values were not wanted either.
-    EXPECT_EQ(behind.seen.size(), 6u);
     for (Sint16 value : {20000, 32000}) q << joyAxisEvent(0, 1, value);  // held down: one move
-    EXPECT_EQ(gui.getFocused(), b);
-    for (Sint16 value : {100, 32000}) q << joyAxisEvent(0, 1, value);  // through the middle and down again
     EXPECT_EQ(gui.getFocused(), a);
-    EXPECT_EQ(callback.moves, 2);
+    for (Sint16 value : {100, 32000}) q << joyAxisEvent(0, 1, value);  // through the middle and down again
+    EXPECT_EQ(gui.getFocused(), b);
     q << joyButtonEvent(1, 4);
-    EXPECT_EQ(journal.back(), "a joybutton 1,4");
+    EXPECT_EQ(journal, (Journal{"b axis 3,1", "b axis 3,0", "b axis 3,-1", "b axis 1,1", "a axis 1,0", "a axis 1,1",
+                                "b joybutton 1,4"}));
+    EXPECT_EQ(behind.seen.size(), 7u);
+    EXPECT_EQ(callback.moves, 3);
 }
 
 TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsComponent) {
@@ -65,6 +63,7 @@ TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsCom
     auto* cursor = new NullCursor(&cursorsDeleted);
     gui.setMouseCursor(cursor);
     gui.setMouseCursor(cursor);  // the same one again: kept
+    EXPECT_EQ(cursorsDeleted, 0);
     q << mouseMotionEvent(700, 10);
     EXPECT_EQ((std::vector<float>{cursor->position.x, cursor->position.y}), (std::vector<float>{639, 470}));
     EXPECT_EQ(gui.getFocused(), &gui);
@@ -85,28 +84,24 @@ TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsCom
     moveTo(251, 250);  // still off: a sees the move, nobody else the hover
     moveTo(115, 115);  // back on: enters and takes the focus again
     EXPECT_EQ(gui.getFocused(), a);
-    EXPECT_EQ(journal,
-              (Journal{"a enter 115,115", "a move 6,6", "a leave 140,140", "a move 141,140", "a enter 5,5"}));
+    EXPECT_EQ(journal, (Journal{"a enter 115,115", "a move 6,6", "a leave 140,140", "a move 141,140", "a enter 5,5"}));
+    // Buttons go to the captor, else to the focused component.
+    journal.clear();
     b->captureMouse(false);  // only the holder can release
-    EXPECT_EQ(gui.getMouseCaptured(), a);
+    q << mouseButtonEvent(1, true, 130, 480 - 170);
     a->captureMouse(false);
-    EXPECT_EQ(gui.getMouseCaptured(), nullptr);
+    b->setFocused(true);
+    q << mouseButtonEvent(5, false, 0, 0);
+    EXPECT_EQ(journal, (Journal{"a down1 20,60", "b up5 -110,330"}));
     gui.setVisible(false);  // nothing is found over a hidden GUI: the focus stays
     moveTo(200, 200);
-    EXPECT_EQ(gui.getFocused(), a);
-    EXPECT_TRUE(behind.seen.empty());  // motion is always used
+    EXPECT_EQ(gui.getFocused(), b);
+    EXPECT_TRUE(behind.seen.empty());  // motion and buttons are always used
     gui.setMouseCursor(new NullCursor(&cursorsDeleted));
     EXPECT_EQ(cursorsDeleted, 1);
-}
-
-TEST_F(Routing, MouseButtonsGoToTheCaptorOrTheFocusedComponentWithoutACursor) {
-    moveTo(115, 115);  // without a cursor sprite motion does nothing
-    EXPECT_EQ(gui.getFocused(), &gui);
-    b->setFocused(true);
-    q << mouseButtonEvent(1, true, 130, 480 - 170);
-    a->captureMouse(true);
-    q << mouseButtonEvent(1, false, 130, 480 - 170);
-    q << mouseButtonEvent(5, true, 0, 0);
-    EXPECT_EQ(journal, (Journal{"b down1 20,20", "a up1 20,60", "a down5 -110,370"}));
-    EXPECT_TRUE(behind.seen.empty());
+    gui.setMouseCursor(nullptr);  // without a cursor sprite motion does nothing
+    gui.setVisible(true);
+    moveTo(115, 115);
+    EXPECT_EQ(gui.getFocused(), b);
+    EXPECT_EQ(cursorsDeleted, 2);
 }

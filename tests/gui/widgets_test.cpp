@@ -7,7 +7,6 @@
 
 using namespace norvane;
 using namespace norvane::gui;
-using Codes = std::vector<int>;
 
 namespace {
 
@@ -21,8 +20,7 @@ class Widgets : public LoadedGui {
 protected:
     void SetUp() override {
         ASSERT_NE(load("<Button name=\"ok\" x=\"10\" y=\"400\" width=\"100\" height=\"20\" trigger=\"menu.t1\"/>"
-                       "<Button name=\"more\" x=\"10\" y=\"360\" width=\"100\" height=\"20\" repeat=\"true\""
-                       "        trigger=\"menu.t2\"/>"
+                       "<Button name=\"more\" x=\"10\" y=\"360\" width=\"100\" height=\"20\" repeat=\"true\" trigger=\"menu.t2\"/>"
                        "<Checkbox name=\"box\" x=\"10\" y=\"320\" width=\"100\" height=\"20\" trigger=\"menu.t3\""
                        "          triggerOff=\"menu.t4\"/>"
                        "<Textfield name=\"text\" x=\"10\" y=\"280\" width=\"100\" height=\"20\" caption=\"ab\""
@@ -41,9 +39,7 @@ protected:
         for (int i = 0; i < count; ++i) gui->perform(&q, ms);
     }
     // A key press on what holds the focus, as the GUI hands it on: true when it was used.
-    bool type(Uint16 unicode, SDLKey sym = SDLK_UNKNOWN) {
-        return gui->getFocused()->keyDown(&q, sym, KMOD_NONE, unicode);
-    }
+    bool type(Uint16 unicode, SDLKey sym = SDLK_UNKNOWN) { return gui->getFocused()->keyDown(&q, sym, KMOD_NONE, unicode); }
 
     Button* ok;
     Button* more;
@@ -59,7 +55,6 @@ TEST_F(Widgets, ButtonsClickOnReleaseOverThemAndRepeatingOnesAlsoOnPressAndWhile
     click(ok, true);
     EXPECT_TRUE(ok->getState().down && ok->getState().hot);
     moveTo(box);  // dragged off: the capture keeps the button, the focus goes to the GUI
-    EXPECT_EQ(gui->getFocused(), gui);
     EXPECT_FALSE(ok->getState().down);
     click(box, false);
     moveTo(ok);
@@ -92,12 +87,12 @@ TEST_F(Widgets, ButtonsClickOnReleaseOverThemAndRepeatingOnesAlsoOnPressAndWhile
     click(more, false);
 }
 
-TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxes) {
+TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxesAndOnlyWhatTheyUseIsConsumed) {
     ok->setFocused(true);
     // A button reads the character, a checkbox the key symbol: keypad Enter is no Return to it.
     EXPECT_TRUE(type(' ', SDLK_SPACE) && type('\r', SDLK_RETURN) && type('\r', SDLK_KP_ENTER));
     send(joyButtonEvent(1, 0));
-    send(joyButtonEvent(0, 1));
+    send(joyButtonEvent(0, 1));  // not the first button: passed on
     EXPECT_EQ(fired(), (Codes{1, 1, 1, 1}));
     key(SDLK_DOWN);  // the arrows still navigate
     EXPECT_EQ(gui->getFocused(), more);
@@ -106,6 +101,7 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxes) {
     EXPECT_TRUE(type(' ', SDLK_SPACE) && box->getChecked());
     EXPECT_TRUE(type('\r', SDLK_RETURN));
     send(joyButtonEvent(2, 0));
+    send(joyButtonEvent(0, 3));
     EXPECT_TRUE(box->getChecked());
     moveTo(box);
     click(box, true);
@@ -114,6 +110,7 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxes) {
     EXPECT_FALSE(box->getChecked());
     EXPECT_EQ(fired(), (Codes{3, 4, 3, 4}));  // "trigger" set both, "triggerOff" overrode one of them
     EXPECT_EQ(callback.confirms, 8);
+    EXPECT_EQ(behind.seen, (std::vector<int>{SDL_JOYBUTTONDOWN, SDL_KEYUP, SDL_JOYBUTTONDOWN}));
 }
 
 TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
@@ -125,9 +122,9 @@ TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
     EXPECT_EQ(text->getCaption(), "abaa");
     send(keyEvent(SDLK_a, false));
     frames(10);
-    type(0xE9, SDLK_WORLD_73);              // é from SDL's unicode field: one Latin-1 byte
-    EXPECT_TRUE(type('b', SDLK_b));         // full at five: swallowed
-    frames(50);                             // and nothing to repeat
+    type(0xE9, SDLK_WORLD_73);       // é from SDL's unicode field: one Latin-1 byte
+    EXPECT_TRUE(type('b', SDLK_b));  // full at five: swallowed
+    frames(50);                      // and nothing to repeat
     EXPECT_EQ(text->getCaption(), "abaa\xE9");
     EXPECT_TRUE(type(8, SDLK_BACKSPACE));  // held: empties the field and then stops
     EXPECT_EQ(text->getCaption(), "abaa");
@@ -138,13 +135,13 @@ TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
     // Control characters, delete and the C1 range are no text; they are not swallowed either.
     for (Uint16 c : {1, 27, 31, 127, 128, 150, 159, 256, 0x20AC}) EXPECT_FALSE(type(c)) << c;
     for (Uint16 c : {32, 0xA0, 0xFF}) EXPECT_TRUE(type(c)) << c;  // from space and no-break space on
-    EXPECT_EQ(text->getCaption(), " \xA0\xFF");
     EXPECT_TRUE(type('\r', SDLK_RETURN));
     EXPECT_EQ(fired(), Codes{5});
     EXPECT_EQ(callback.confirms, 0);  // a text field confirms by its trigger only
     type('\t', SDLK_TAB);  // Tab is no text: it moves the focus
     EXPECT_EQ(gui->getFocused(), ok);
     EXPECT_EQ(text->getCaption(), " \xA0\xFF");
+    EXPECT_TRUE(behind.seen.empty());  // key releases are used too
 }
 
 TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled) {
@@ -153,11 +150,11 @@ TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled
     EXPECT_TRUE(captor->joyAxisMotion(&q, 0, 2, 0));  // centred: not captured
     type('q', SDLK_q);
     EXPECT_EQ(captor->getKey(), SDLK_q);
-    EXPECT_FALSE(captor->getEnabled());
-    EXPECT_TRUE(type('\t', SDLK_TAB));  // swallowed: the focus stays
+    EXPECT_TRUE(type('\t', SDLK_TAB) && !captor->getEnabled());  // swallowed: the focus stays
     EXPECT_EQ(gui->getFocused(), captor);
     captor->setEnabled(true);
     send(joyButtonEvent(1, 5));
+    send(joyButtonEvent(1, 6));
     EXPECT_EQ(captor->getJoy() * 10 + captor->getJoyButton(), 15);
     captor->setEnabled(true);
     send(joyAxisEvent(0, 3, -30000));
@@ -165,5 +162,5 @@ TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled
               (std::vector<int>{0, 3, -1}));
     EXPECT_FALSE(captor->getEnabled());
     EXPECT_EQ(fired(), (Codes{6, 7, 8}));
-    EXPECT_EQ(callback.confirms, 0);
+    EXPECT_TRUE(behind.seen.empty());
 }
