@@ -7,7 +7,6 @@
 #include "gui/standard.h"
 #include "menu/layout.h"
 #include "menu/menu.h"
-#include "menu/program.h"
 #include "menu/titlemenu.h"
 #include "screen.h"
 #include "vantorix.h"
@@ -16,16 +15,15 @@ using namespace vantorix;
 
 namespace {
 
-// The brightest pixel of a rectangle, as r + g + b, and its colour.
-int brightest(const Picture& shot, const norvane::basic_Rect<float>& r, int colour[3] = nullptr) {
+// The brightest pixel of a rectangle of a window screenshot (y upwards), as r + g + b, and its colour.
+int brightest(const SurfacePtr& shot, const norvane::basic_Rect<float>& r, Rgba* colour = nullptr) {
     int best = 0;
     for (int y = static_cast<int>(r.y); y < r.y + r.height; y += 2) {
         for (int x = static_cast<int>(r.x); x < r.x + r.width; ++x) {
-            int c[3];
-            shot.rgb(x, y, c);
-            if (c[0] + c[1] + c[2] <= best) continue;
-            best = c[0] + c[1] + c[2];
-            if (colour) std::copy(c, c + 3, colour);
+            const Rgba c = pixelAt(shot.get(), x, shot->h - 1 - y);
+            if (c.r + c.g + c.b <= best) continue;
+            best = c.r + c.g + c.b;
+            if (colour) *colour = c;
         }
     }
     return best;
@@ -184,8 +182,8 @@ TEST_F(TitleMenu, FullScreenTwiceReturnsToTheWindowAndAPointerOnAPanelLocksNoKey
     EXPECT_FALSE(resources->settings.fullscreen || norvane::fullscreen || box->getChecked());
     EXPECT_EQ(std::make_pair(norvane::vpScreen.width, resources->rcGui.size.y), std::make_pair(800.0f, 600.0f));
     frames(2);
-    Picture shot(screenshot("after-fullscreen"));
-    ASSERT_EQ(shot.width(), 800);
+    SurfacePtr shot = screenshot("after-fullscreen.png");
+    ASSERT_EQ(shot->w, 800);
     EXPECT_GT(brightest(shot, {150, 530, 500, 1}), 600) << "the logo is still drawn after the mode changes";
     keys({SDLK_DOWN});
     EXPECT_TRUE(resources->gui->getFocused()->focusable) << resources->gui->getFocused()->getName();
@@ -238,14 +236,13 @@ namespace {
 
 // Every visible widget of `panel` left its mark: buttons their blue fill, checkboxes their box,
 // labels with a caption some bright text.
-void expectDrawn(const Picture& shot, const norvane::gui::Component* panel) {
+void expectDrawn(const SurfacePtr& shot, const norvane::gui::Component* panel) {
     for (const norvane::gui::Component* c : panel->getChildren()) {
         if (!c->getVisible()) continue;
         const norvane::basic_Rect<float> r = absoluteRect(c);
-        int fill[3];  // left of the caption
-        shot.rgb(static_cast<int>(r.x + 4), static_cast<int>(r.y + r.height / 2), fill);
-        if (dynamic_cast<const norvane::gui::Button*>(c)) {
-            EXPECT_TRUE(fill[2] > 80 && fill[2] > fill[0] + 40) << c->getName();
+        const Rgba fill = pixelAt(shot.get(), static_cast<int>(r.x + 4), shot->h - 1 - static_cast<int>(r.y + r.height / 2));
+        if (dynamic_cast<const norvane::gui::Button*>(c)) {  // filled left of the caption
+            EXPECT_TRUE(fill.b > 80 && fill.b > fill.r + 40) << c->getName();
         } else if (dynamic_cast<const norvane::gui::Checkbox*>(c)) {
             EXPECT_GT(brightest(shot, {r.x - 20, r.y, 20, 20}), 300) << c->getName();
         } else if (auto* label = dynamic_cast<const norvane::gui::Label*>(c); label && !label->getCaption().empty()) {
@@ -259,10 +256,10 @@ void expectDrawn(const Picture& shot, const norvane::gui::Component* panel) {
 // Each screenshot stays in the test's scratch directory for a look.
 TEST_F(TitleMenu, EveryPanelDialogAndPageIsDrawn) {
     frames();
-    expectDrawn(Picture(screenshot("credits-loading")), component("pCredits"));
+    expectDrawn(screenshot("credits-loading.png"), component("pCredits"));
     finishLoading();
     frames(5);
-    Picture menuShot(screenshot("main-menu"));
+    const SurfacePtr menuShot = screenshot("main-menu.png");
     expectDrawn(menuShot, component("pMainMenu"));
     EXPECT_GT(brightest(menuShot, {150, 480, 500, 80}), 600) << "the logo";
 
@@ -277,7 +274,7 @@ TEST_F(TitleMenu, EveryPanelDialogAndPageIsDrawn) {
         if (name == "pGetKey") menu->handleEvent(guiTriggers->find("rebindTimeWarp"));
         if (name == "pSoundSettings") menu->handleEvent(guiTriggers->find("soundSettings"));
         frames();
-        expectDrawn(Picture(screenshot(name)), component(name));
+        expectDrawn(screenshot(name + ".png"), component(name));
         if (name == "pGetKey") keys({SDLK_ESCAPE});
     }
     for (const char* other : panels) component(other)->setVisible(false);
@@ -287,10 +284,10 @@ TEST_F(TitleMenu, EveryPanelDialogAndPageIsDrawn) {
     for (int page = 1; page <= 3; ++page) {
         while (menu->page != page) menu->doPerform(0, menu->pageTimer);
         frames();
-        Picture shot(screenshot(pages[page - 1]));
+        const SurfacePtr shot = screenshot(pages[page - 1] + std::string(".png"));
         EXPECT_GT(brightest(shot, {150, 525, 500, 45}), 600) << pages[page - 1];
-        int yellow = 0, c[3];
-        for (int x = 0; x < 800; ++x) yellow += (shot.rgb(x, 380 + 8, c), c[0] > 200 && c[1] > 200 && c[2] < 80);
+        int yellow = 0;
+        for (int x = 0; x < 800; ++x) yellow += near(pixelAt(shot.get(), x, 599 - 388), 255, 255, 0, 255, 60);
         EXPECT_EQ(yellow > 20, page < 3) << "the table's first row, in yellow";
         if (page == 3) {
             for (auto [x, y] : {std::pair{50, 530}, {250, 530}, {450, 530}, {100, 430}, {300, 430}, {150, 330}}) {
@@ -305,12 +302,12 @@ TEST_F(TitleMenu, EveryPanelDialogAndPageIsDrawn) {
     menu->phase = 0.0f;  // sin 0: the pulse is at its red (blue) end
     menu->displayHighscores(400, 300, &resources->highscores.singleA, 0, 2);
     norvane::flipScreen();
-    Picture rows(screenshot("highscore-rows"));
+    const SurfacePtr rows = screenshot("highscore-rows.png");
     std::string colours;  // of the brightest pixel of each row: its channels above 200
     for (int row = 0; row < 3; ++row) {
-        int c[3];
-        brightest(rows, {300, float(300 + 150 - 30 * row + 8), 230, 1}, c);
-        colours += std::string(c[0] > 200 ? "r" : "") + (c[1] > 200 ? "g" : "") + (c[2] > 200 ? "b" : "") + " ";
+        Rgba c;
+        brightest(rows, {300, float(300 + 150 - 30 * row + 8), 230, 1}, &c);
+        colours += std::string(c.r > 200 ? "r" : "") + (c.g > 200 ? "g" : "") + (c.b > 200 ? "b" : "") + " ";
     }
     EXPECT_EQ(colours, "r rg b ") << "red, yellow, blue";
 }

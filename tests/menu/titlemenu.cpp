@@ -100,9 +100,3 @@ std::string TitleMenu::caption(const std::string& labelName) const {
     auto* label = dynamic_cast<norvane::gui::Label*>(component(labelName));
     return label ? label->getCaption() : "(no label)";
 }
-
-std::string TitleMenu::screenshot(const std::string& name) {
-    const std::string path = scratchPath(name + ".png");
-    norvane::saveScreenshot(path.c_str());
-    return path;
-}

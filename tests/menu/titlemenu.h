@@ -31,8 +31,6 @@ protected:
     bool shown(const std::string& name) const;
     norvane::gui::Component* component(const std::string& name) const;
     std::string caption(const std::string& labelName) const;
-    // The last drawn frame, kept as `name`.png in the test's scratch directory.
-    std::string screenshot(const std::string& name);
 
     vantorix::Menu* menu = nullptr;
 };
