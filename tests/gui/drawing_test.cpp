@@ -6,6 +6,7 @@
 #include "gfx/imagebank.h"
 #include "gui/containers.h"
 #include "gui/lists.h"
+#include "gui/probe.h"
 #include "gui/slider.h"
 #include "gui/standard.h"
 #include "gui/text.h"
@@ -194,4 +195,19 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         {16, 300, 0x0000FF}, {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010},
         {130, 100, 0x404040}, {150, 100, 0x102010}};
     for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
+    // Input through SDL's own queue, after what the window system had queued: a hover and a click
+    // on b0, then Return, confirm it twice.
+    for (SDL_Event e; SDL_PollEvent(&e);) {
+    }
+    Callback callback;
+    gui->setCallback(&callback);
+    q.push(gui);
+    const auto [x, y] = centre("b0");
+    for (SDL_Event e : {mouseMotionEvent(Uint16(x), Uint16(600 - y)), mouseButtonEvent(1, true, Uint16(x), Uint16(600 - y)),
+                        mouseButtonEvent(1, false, Uint16(x), Uint16(600 - y)), keyEvent(SDLK_RETURN, true, '\r')}) {
+        ASSERT_EQ(SDL_PushEvent(&e), 0);
+    }
+    EXPECT_TRUE(q.readEvents());
+    EXPECT_EQ(gui->getFocused(), at("b0"));
+    EXPECT_EQ(callback.confirms, 2);
 }

@@ -1,3 +1,3 @@
-# The real-window tests move the pointer and type with xdotool: they need the display and its
-# keyboard focus to themselves.
+# The window tests open windows that could take the keyboard focus from a test typing with
+# xdotool, so they share the display lock with those.
 set(FOLDER_PROPERTIES RESOURCE_LOCK display)
