@@ -91,6 +91,29 @@ std::string pngProblem(const std::string& filename, int maxSide) {
     return {};
 }
 
+// The box around every pixel that is not fully transparent, widened by a pixel where the image
+// goes on: a filtered image blends its edge pixels with their neighbours. Empty without alpha.
+basic_Rect<int> opaquePart(const SDL_Surface* surface) {
+    if (surface->format->BitsPerPixel != 32) return {};
+    int left = surface->w, right = -1, top = surface->h, bottom = -1;
+    for (int y = 0; y < surface->h; ++y) {
+        const Uint8* row = static_cast<const Uint8*>(surface->pixels) + y * surface->pitch;
+        for (int x = 0; x < surface->w; ++x) {
+            if (row[4 * x + 3] == 0) continue;  // alpha is the fourth byte of an uploadable surface
+            left = std::min(left, x);
+            right = std::max(right, x);
+            top = std::min(top, y);
+            bottom = y;
+        }
+    }
+    if (right < 0) return {};
+    left = std::max(0, left - 1);
+    top = std::max(0, top - 1);
+    right = std::min(surface->w - 1, right + 1);
+    bottom = std::min(surface->h - 1, bottom + 1);
+    return {left, top, right - left + 1, bottom - top + 1};
+}
+
 int powerOfTwoAtLeast(int n) {
     int p = 1;
     while (p < n) p *= 2;
@@ -125,6 +148,7 @@ void SimpleImage::load(bool last, bool withBitmask) {
 
     width = surface->w;
     height = surface->h;
+    visibleBox = opaquePart(surface.get());
     outerBoundingBox = {0, 0, width, height};
     innerBoundingBox = {0, 0, 0, 0};
     if (withBitmask && bitmaskThreshold >= 0.0f) createBitmask(surface.get(), last);

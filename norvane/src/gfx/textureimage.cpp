@@ -34,18 +34,22 @@ bool SingleTextureImage::beginDraw(BlendMode mode) const {
 }
 
 void SingleTextureImage::draw(const basic_Vector2D<float>& position, BlendMode mode) const {
-    if (!beginDraw(mode)) return;
-    const float l = getLeftTexCoord(), r = getRightTexCoord(), u = getUpperTexCoord(), b = getLowerTexCoord();
+    if (width <= 0 || height <= 0 || !beginDraw(mode)) return;
+    const bool whole = visibleBox.width <= 0 || visibleBox.height <= 0;
+    const basic_Rect<int> box = whole ? basic_Rect<int>{0, 0, width, height} : visibleBox;
     const float w = static_cast<float>(width), h = static_cast<float>(height);
-    glPushMatrix();
-    glTranslatef(position.x - hotspot.x, position.y + hotspot.y, 0.0f);
+    const float l = getLeftTexCoord(), r = getRightTexCoord(), u = getUpperTexCoord(), b = getLowerTexCoord();
+    const float boxLeft = static_cast<float>(box.x), boxRight = static_cast<float>(box.x + box.width);
+    const float boxTop = static_cast<float>(box.y), boxBottom = static_cast<float>(box.y + box.height);
+    const float s0 = l + (r - l) * boxLeft / w, s1 = l + (r - l) * boxRight / w;
+    const float t0 = u + (b - u) * boxTop / h, t1 = u + (b - u) * boxBottom / h;
+    const float x = position.x - hotspot.x, y = position.y + hotspot.y;
     glBegin(GL_QUADS);
-    corner(l, b, 0.0f, 0.0f);
-    corner(l, u, 0.0f, h);
-    corner(r, u, w, h);
-    corner(r, b, w, 0.0f);
+    corner(s0, t1, x + boxLeft, y + h - boxBottom);
+    corner(s0, t0, x + boxLeft, y + h - boxTop);
+    corner(s1, t0, x + boxRight, y + h - boxTop);
+    corner(s1, t1, x + boxRight, y + h - boxBottom);
     glEnd();
-    glPopMatrix();
     glPopAttrib();
 }
 

@@ -32,6 +32,10 @@ protected:
     basic_Rect<float> texCoordRect;  // the image's part of the texture; x and y stay 0
     int textureWidth = 0;
     int textureHeight = 0;
+    // The part of the image that is not fully transparent, in its pixels (x right, y down); an
+    // empty box stands for the whole image. Drawing at a position covers only this part: every
+    // pixel a quad covers costs fill, drawn or not.
+    basic_Rect<int> visibleBox;
 
 private:
     // Saves the state drawing changes and binds the texture; false when there is nothing to draw.
