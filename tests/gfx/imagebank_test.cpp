@@ -59,12 +59,12 @@ TEST(ImageBank, DefinitionReadsImagesWithTheirSettingsLoopsAndMessages) {
     EXPECT_EQ(names(*manager.get<ImageBank>("imagesMenu"), dir),
               "[i]:after.png ship01:s01.png ship02:s02.png t11:t1.png t12:t2.png t21:t1.png t22:t2.png ");
     auto* full = static_cast<SimpleImage*>(game->find("full"));
+    const norvane::gfx::ImageResource* plain = game->find("a.png");
     EXPECT_EQ(full->bank, game);
     EXPECT_EQ((std::vector<float>{full->getHotspot().x, full->getHotspot().y, full->getBitmaskThreshold(),
-                                  float(full->getClamp()), float(full->getFilter()), float(full->getTextureName())}),
-              (std::vector<float>{3.5f, -2, 0.25f, 1, norvane::gfx::FILTER_TRILINEAR, 0}));  // nothing loaded yet
-    EXPECT_FLOAT_EQ(game->find("a.png")->getBitmaskThreshold(), -1.0f);
-    EXPECT_EQ(game->find("odd")->getFilter(), norvane::gfx::FILTER_LINEAR);
+                                  float(full->getClamp()), float(full->getFilter()), plain->getBitmaskThreshold(),
+                                  float(plain->getClamp()), float(game->find("odd")->getFilter())}),
+              (std::vector<float>{3.5f, -2, 0.25f, 1, norvane::gfx::FILTER_TRILINEAR, -1, 0, norvane::gfx::FILTER_LINEAR}));
 }
 
 TEST_F(WindowTest, ImageBankStopsAtAFileThatWillNotLoadAndReleases) {

@@ -53,18 +53,16 @@ protected:
 TEST_F(Widgets, ButtonsClickOnReleaseOverThemAndRepeatingOnesAlsoOnPressAndWhileHeld) {
     moveTo(ok);
     click(ok, true);
-    EXPECT_TRUE(ok->getState().down && ok->getState().hot);
     moveTo(box);  // dragged off: the capture keeps the button, the focus goes to the GUI
     EXPECT_FALSE(ok->getState().down);
     click(box, false);
     moveTo(ok);
     click(ok, true);
-    EXPECT_TRUE(fired().empty());  // not yet
+    EXPECT_TRUE(fired().empty() && ok->getState().down && ok->getState().hot);  // not yet
     click(ok, false);
     click(ok, false, 5, 5, 3);  // other buttons do nothing
     EXPECT_EQ(fired(), Codes{1});
-    EXPECT_EQ(counter.clicked, (std::vector<Component*>{ok}));
-    EXPECT_EQ(gui->getMouseCaptured(), nullptr);
+    EXPECT_TRUE(counter.clicked == std::vector<Component*>{ok} && !gui->getMouseCaptured());
 
     moveTo(more);
     click(more, true);
@@ -72,12 +70,11 @@ TEST_F(Widgets, ButtonsClickOnReleaseOverThemAndRepeatingOnesAlsoOnPressAndWhile
     frames(29);                     // 290 ms
     EXPECT_TRUE(fired().empty());
     frames(11);  // 400 ms: at 300, 330, 360 and 390
-    EXPECT_EQ(fired().size(), 4u);
     moveTo(ok);  // a repeating button stays down off the cursor
     EXPECT_TRUE(more->getState().down);
     click(more, false);
     frames(50);
-    EXPECT_EQ(fired().size(), 1u);
+    EXPECT_EQ(fired().size(), 5u);
     EXPECT_EQ(callback.confirms, 7);
     gui->setKeyRepeat(100.0f, 0.0f);  // a zero step must not hang the catch-up loop
     moveTo(more);
@@ -105,7 +102,6 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxesAndOnlyWhatTheyUs
     EXPECT_TRUE(box->getChecked());
     moveTo(box);
     click(box, true);
-    EXPECT_TRUE(box->getState().down);
     click(box, false);
     EXPECT_FALSE(box->getChecked());
     EXPECT_EQ(fired(), (Codes{3, 4, 3, 4}));  // "trigger" set both, "triggerOff" overrode one of them
@@ -127,11 +123,9 @@ TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
     frames(50);                      // and nothing to repeat
     EXPECT_EQ(text->getCaption(), "abaa\xE9");
     EXPECT_TRUE(type(8, SDLK_BACKSPACE));  // held: empties the field and then stops
-    EXPECT_EQ(text->getCaption(), "abaa");
     frames(60);
-    EXPECT_EQ(text->getCaption(), "");
     send(keyEvent(SDLK_BACKSPACE, false));
-    EXPECT_TRUE(type(8, SDLK_BACKSPACE));
+    EXPECT_TRUE(type(8, SDLK_BACKSPACE) && text->getCaption().empty());
     // Control characters, delete and the C1 range are no text; they are not swallowed either.
     for (Uint16 c : {1, 27, 31, 127, 128, 150, 159, 256, 0x20AC}) EXPECT_FALSE(type(c)) << c;
     for (Uint16 c : {32, 0xA0, 0xFF}) EXPECT_TRUE(type(c)) << c;  // from space and no-break space on
@@ -158,9 +152,8 @@ TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled
     EXPECT_EQ(captor->getJoy() * 10 + captor->getJoyButton(), 15);
     captor->setEnabled(true);
     send(joyAxisEvent(0, 3, -30000));
-    EXPECT_EQ((std::vector<int>{captor->getJoy(), captor->getJoyAxis(), captor->getJoyAxisDirection()}),
-              (std::vector<int>{0, 3, -1}));
-    EXPECT_FALSE(captor->getEnabled());
+    EXPECT_EQ((std::vector<int>{captor->getJoy(), captor->getJoyAxis(), captor->getJoyAxisDirection(), captor->getEnabled()}),
+              (std::vector<int>{0, 3, -1, false}));
     EXPECT_EQ(fired(), (Codes{6, 7, 8}));
     EXPECT_TRUE(behind.seen.empty());
 }
