@@ -62,30 +62,19 @@ TEST_F(GameWorld, KillsBringContainersAndTheStagesPirate) {
 }
 
 TEST_F(GameWorld, ExtrasGoToWhatTheShipsLack) {
-    struct Case {
-        GameType type;
-        unsigned int level;
-        int upgrades;  // each of speed, fire rate and laser type
-        std::set<int> possible;
-    };
-    const Case cases[] = {
-        {gtSingleA, 1, 0, {etLaserType, etSpeed, etFireRate}},
-        {gtSingleA, 1, 1, {etEnergy}},  // at the stage's cap; warps want two of each
-        {gtSingleA, 4, 3, {etEnergy, etTimeWarp}},
-        {gtSingleB, 1, 2, {etSpeed}},
-        {gtSingleB, 1, 5, {etCrystal}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.type << " level " << c.level << " upgrades " << c.upgrades);
-        start(c.type);
-        game->level = c.level;
-        Player* ship = game->ships[0];
-        ship->setSpeedupCount(c.upgrades);
-        ship->setFireRateCount(c.upgrades);
-        ship->laserType = static_cast<short>(c.upgrades);
+    // Upgrades: each of speed, fire rate and laser type. At level 1 the cap is 1; warps want two of each.
+    for (auto [type, level, upgrades, possible] :
+         {std::tuple{gtSingleA, 1u, 0, std::set<int>{etLaserType, etSpeed, etFireRate}}, {gtSingleA, 1u, 1, {etEnergy}},
+          {gtSingleA, 4u, 3, {etEnergy, etTimeWarp}}, {gtSingleB, 1u, 2, {etSpeed}}, {gtSingleB, 1u, 5, {etCrystal}}}) {
+        SCOPED_TRACE(testing::Message() << type << " level " << level << " upgrades " << upgrades);
+        start(type);
+        game->level = level;
+        game->ships[0]->setSpeedupCount(upgrades);
+        game->ships[0]->setFireRateCount(upgrades);
+        game->ships[0]->laserType = static_cast<short>(upgrades);
         std::set<int> drawn;
         for (int i = 0; i < 200; ++i) drawn.insert(game->getExtraType());
-        EXPECT_EQ(drawn, c.possible);
+        EXPECT_EQ(drawn, possible);
     }
 }
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <tuple>
 #include <cmath>
 
 #include "game/container.h"
@@ -30,46 +31,35 @@ int shotsIn(Foe* foe, unsigned int ms) {
 }  // namespace
 
 TEST_F(GameWorld, LasersWearAsteroidsDownThenDestroyThemAndLargeOnesSplit) {
-    struct Case {
-        AsteroidType type;
-        int energy;
-        unsigned int points;
-        int fragments;
-    };
-    for (const Case& c : {Case{atSmall, 0, 50, 0}, Case{atLarge, 2, 100, 2}, Case{atSmall, 3, 50, 0}}) {
-        SCOPED_TRACE(c.energy);
+    for (auto [type, energy, points, fragments] : {std::tuple{atSmall, 0, 50u, 0}, {atLarge, 2, 100u, 2}, {atSmall, 3, 50u, 0}}) {
+        SCOPED_TRACE(energy);
         start(gtSingleA);
         Player* ship = game->ships[0];
-        Asteroid* rock = addAsteroid(c.type, c.energy, 400, 300);
+        Asteroid* rock = addAsteroid(type, energy, 400, 300);
         rock->velocity = {0.05f, -0.1f};
-        for (int left = c.energy - 1; left >= -1; --left) {
+        for (int left = energy - 1; left >= -1; --left) {
             addLaser(ship, 400, 300);
             collide(game->shipLaserEngine, game->asteroidEngine);
             EXPECT_EQ(game->shipLaserEngine.size(), 0) << "the laser is spent";
             EXPECT_EQ(rock->exploded, left < 0);
             EXPECT_FLOAT_EQ(rock->color.red, left < 0 ? 1.0f : 1.0f - 0.1f * static_cast<float>(left));
         }
-        EXPECT_EQ(ship->score, c.points);
-        EXPECT_EQ(game->killsLeft, 39);
-        EXPECT_EQ(count(game->asteroidEngine, isFragment), c.fragments);
-        EXPECT_EQ(count(game->asteroidEngine, isExplosion), 1);
-        float side = -1.0f;  // fragments fly apart, the left one added first
+        EXPECT_EQ(std::make_tuple(ship->score, game->killsLeft, count(game->asteroidEngine, isExplosion)),
+                  std::make_tuple(points, 39, 1));
+        EXPECT_EQ(count(game->asteroidEngine, isFragment), fragments);
+        Asteroid* fragment = nullptr;  // they fly apart; the right one, added last, comes first
         for (Sprite* s : game->asteroidEngine.sprites) {
             if (!isFragment(s)) continue;
             EXPECT_EQ(static_cast<Asteroid*>(s)->energy, 0);
-            EXPECT_FLOAT_EQ(static_cast<Asteroid*>(s)->velocity.x, 0.05f - side * 0.2f);
-            side = -side;
+            EXPECT_FLOAT_EQ(static_cast<Asteroid*>(s)->velocity.x, fragment ? 0.05f - 0.2f : 0.05f + 0.2f);
+            if (!fragment) fragment = static_cast<Asteroid*>(s);
         }
-        if (c.fragments == 0) continue;
+        if (!fragment) continue;
         // Fragments score but do not count toward the stage.
         run(10);
-        auto* fragment = static_cast<Asteroid*>(*std::find_if(game->asteroidEngine.sprites.begin(),
-                                                               game->asteroidEngine.sprites.end(), isFragment));
         addLaser(ship, fragment->position.x, fragment->position.y);
         collide(game->shipLaserEngine, game->asteroidEngine);
-        EXPECT_TRUE(fragment->exploded);
-        EXPECT_EQ(ship->score, c.points + 50);
-        EXPECT_EQ(game->killsLeft, 39);
+        EXPECT_EQ(std::make_tuple(fragment->exploded, ship->score, game->killsLeft), std::make_tuple(true, points + 50, 39));
     }
 }
 
@@ -126,14 +116,9 @@ TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
     struct Case {
         ExtraType type;
         int before, after;  // of the upgrade the extra raises
-        unsigned int points;
     };
-    const Case cases[] = {
-        {etLaserType, 0, 1, 0}, {etLaserType, 4, 4, 0},         {etSpeed, 4, 5, 0},         {etSpeed, 5, 5, 0},
-        {etFireRate, 5, 5, 0},  {etTimeWarp, 2, 2, 0},          {etTimeWarp, 0, 1, 0},      {etEnergy, 14000, 15000, 0},
-        {etEnergy, 0, 2500, 0}, {etCrystal, 0, 0, 500},
-    };
-    for (const Case& c : cases) {
+    for (const Case& c : {Case{etLaserType, 0, 1}, {etLaserType, 4, 4}, {etSpeed, 4, 5}, {etSpeed, 5, 5}, {etFireRate, 5, 5},
+                          {etTimeWarp, 2, 2}, {etTimeWarp, 0, 1}, {etEnergy, 14000, 15000}, {etEnergy, 0, 2500}, {etCrystal, 0, 0}}) {
         SCOPED_TRACE(testing::Message() << c.type << " from " << c.before);
         start(gtSingleA);
         Player* ship = game->ships[0];
@@ -152,7 +137,7 @@ TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
         EXPECT_FALSE(ship->collectExtra(extra)) << "collected once only";
         EXPECT_EQ(value(), c.after);
         EXPECT_EQ(ship->hudBlinkCount > 0, c.type != etEnergy && c.type != etCrystal);
-        EXPECT_EQ(ship->score, c.points);
+        EXPECT_EQ(ship->score, c.type == etCrystal ? 500u : 0u);
         EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(ship->speedUpgrades));
         EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(static_cast<short>(ship->fireRate)));
     }

@@ -5,33 +5,21 @@
 
 #include "buildinfo.h"
 
-namespace {
-
-// Runs the built game with `environment` before it; returns its standard output and exit status.
-std::pair<std::string, int> runGame(const std::string& environment) {
-    FILE* pipe = popen(("env " + environment + " '" VANTORIX_BINARY "' 2>/dev/null").c_str(), "r");
-    std::string out;
-    char buffer[512];
-    for (size_t n; pipe && (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
-    const int status = pipe ? pclose(pipe) : -1;
-    return {out, WIFEXITED(status) ? WEXITSTATUS(status) : -1};
-}
-
-const std::string VERSION_LINE = "[vantorix:core] (info) Vantorix version " + vantorix::getFullVersion() + ".\n";
-
-}  // namespace
-
+// Without a display the game says why it could not start; on SDL's dummy driver it starts. Either
+// way the log opens with the version, and the status is 0.
 TEST(Vantorix, StartsWithTheVersionLineAndEndsWithStatusZeroWithOrWithoutADisplay) {
-    const auto [failedOut, failedStatus] = runGame("-u DISPLAY SDL_VIDEODRIVER=x11");
-    EXPECT_EQ(failedOut.rfind(VERSION_LINE, 0), 0u) << failedOut;
-    const std::string failed = "\n[vantorix:core] (critical) Init() failed: ";
-    const size_t at = failedOut.find(failed);
-    ASSERT_NE(at, std::string::npos) << failedOut;
-    EXPECT_NE(failedOut[at + failed.size()], '\n') << "SDL's reason is missing";
-    EXPECT_EQ(failedStatus, 0);
-
-    const auto [out, status] = runGame("SDL_VIDEODRIVER=dummy");
-    EXPECT_EQ(out.rfind(VERSION_LINE, 0), 0u) << out;
-    EXPECT_EQ(out.find("Init() failed"), std::string::npos) << out;
-    EXPECT_EQ(status, 0);
+    for (const char* environment : {"-u DISPLAY SDL_VIDEODRIVER=x11", "SDL_VIDEODRIVER=dummy"}) {
+        SCOPED_TRACE(environment);
+        FILE* pipe = popen(("env " + std::string(environment) + " '" VANTORIX_BINARY "' 2>/dev/null").c_str(), "r");
+        ASSERT_TRUE(pipe);
+        std::string out;
+        char buffer[512];
+        for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
+        const int status = pclose(pipe);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+        EXPECT_EQ(out.rfind("[vantorix:core] (info) Vantorix version " + vantorix::getFullVersion() + ".\n", 0), 0u) << out;
+        const size_t failed = out.find("\n[vantorix:core] (critical) Init() failed: ");
+        EXPECT_EQ(failed != std::string::npos, environment[0] == '-') << out;
+        EXPECT_TRUE(failed == std::string::npos || out[failed + 43] != '\n') << "SDL's reason is missing";
+    }
 }
