@@ -38,9 +38,7 @@ TEST(Loaders, BrokenFilesGiveTheirMessage) {
     const std::string good = readFile(makeOgg("good.ogg", "2 whitenoise vol 0.5"));  // many pages
     const std::string missing = scratchPath("missing.ogg");
     const std::string notVorbis = "Could not read Ogg stream:The given file/data was not recognized as Ogg Vorbis data.";
-    const struct {
-        std::string path, message;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {missing, "Could not open file \"" + missing + "\"."},
         {"music.OGG", "Unknown file type - \"music.OGG\""},
         {"ab", "Unknown file type - \"ab\""},
@@ -49,9 +47,8 @@ TEST(Loaders, BrokenFilesGiveTheirMessage) {
         {damage(writeFile("damaged.ogg", good)),
          "Could not decode Ogg stream: Vorbisfile encoutered missing or corrupt data in the bitstream."},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(thrownBy([&] { std::unique_ptr<FileLoader>(getFileLoader(c.path))->read(nullptr, false); }),
-                  c.message);
+    for (const auto& [path, message] : cases) {
+        EXPECT_EQ(thrownBy([&] { std::unique_ptr<FileLoader>(getFileLoader(path))->read(nullptr, false); }), message);
     }
     // A file cut short says so by its size and delivers what it has.
     std::unique_ptr<FileLoader> cut(getFileLoader(writeFile("cut.ogg", good.substr(0, good.size() / 2))));

@@ -14,12 +14,13 @@ using namespace testaudio;
 
 namespace {
 
+using Queue = std::vector<StreamedSample*>;
+
 // Reads what the music thread may be changing under the manager's own mutex.
-class WatchedMusic : public MusicManager {
-public:
-    std::vector<StreamedSample*> queued() {
+struct WatchedMusic : MusicManager {
+    Queue queued() {
         SDL_mutexP(mutex);
-        std::vector<StreamedSample*> list(queue.begin(), queue.end());
+        Queue list(queue.begin(), queue.end());
         SDL_mutexV(mutex);
         return list;
     }
@@ -53,8 +54,6 @@ protected:
 
     std::vector<std::unique_ptr<StreamedSample>> samples;
 };
-
-using Queue = std::vector<StreamedSample*>;
 
 }  // namespace
 
@@ -110,7 +109,7 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
     EXPECT_TRUE(music.queued().empty());
     SDL_Delay(300);
     EXPECT_TRUE(music.sounds());  // the thread keeps the loop going
-    music.skipToNext();  // nothing behind it
+    music.skipToNext();           // nothing behind it
     EXPECT_FALSE(music.isPlaying());
     EXPECT_EQ(music.playing(), nullptr);
     music.setVolume(0.8f);
@@ -135,56 +134,25 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
     EXPECT_FALSE(music.isPlaying());
 }
 
+// A piece that cannot be opened throws; one that breaks while the thread streams it is logged and
+// ends, and the thread goes on with the next.
 TEST_F(Music, BrokenPiecesNeverStopTheThread) {
     WatchedMusic music;
-    StreamedSample missing, notVorbis;
+    StreamedSample missing;
     missing.filename = "nowhere/missing.ogg";
     music.addAsLast(&missing);
     EXPECT_EQ(thrownBy([&] { music.play(); }),
               "Error streaming music \"nowhere/missing.ogg\": Could not open file \"nowhere/missing.ogg\".");
-    music.stop();
     StreamedSample* damaged = piece("damaged.ogg", "3 whitenoise vol 0.3", true, 8192);
     damage(damaged->filename);
-    notVorbis.filename = writeFile("text.ogg", "no music");
     StreamedSample* good = piece("good.ogg", "0.1 sine 441", true);
     const std::string log = captured([&] {
-        for (StreamedSample* s : {damaged, &notVorbis, good}) music.addAsLast(s);
+        for (StreamedSample* s : {damaged, good}) music.addAsLast(s);
         music.play();
-        for (int i = 0; i < 40 && music.queued().size() > 1; ++i) SDL_Delay(100);
-        SDL_Delay(500);
+        for (int i = 0; i < 40 && music.playing() != good; ++i) SDL_Delay(100);
+        SDL_Delay(800);  // four times the two buffers' length
     });
     EXPECT_NE(log.find("(error) Could not decode Ogg stream: "), std::string::npos) << log;
-    EXPECT_NE(log.find("(error) Error streaming music \"" + notVorbis.filename + "\": Could not read Ogg stream:"),
-              std::string::npos)
-        << log;
-    music.skipToNext();  // the thread is still there to stream the good piece
     EXPECT_EQ(music.playing(), good);
-    SDL_Delay(800);  // four times the two buffers' length
     EXPECT_TRUE(music.sounds());
-}
-
-// Meant for the thread sanitizer build: the main thread works the manager while the thread streams.
-TEST_F(Music, MainThreadWorksTheManagerWhileItStreams) {
-    WatchedMusic music;
-    StreamedSample* shortPiece = piece("short.ogg", "3000s sine 441", false, 4096);
-    StreamedSample* longPiece = piece("long.ogg", "20000s sine 630", false, 4096);
-    StreamedSample* loop = piece("loop.ogg", "5000s sine 882", true, 4096);
-    for (int i = 0; i < 60; ++i) {
-        music.addAsLast(shortPiece);
-        music.addAsLast(longPiece);
-        music.addAsNext(loop);
-        if (i % 3 == 0) music.play();
-        if (i % 3 == 1) music.skipToNext();
-        if (i % 5 == 2) music.fadeOut(150);
-        if (i % 7 == 3) music.skipToLast();
-        music.setVolume(0.5f + 0.01f * i);
-        music.setCurrentVolume(0.5f);
-        if (i % 11 == 4) music.stop();
-        if (i % 4 == 0) music.clearQueue();
-        SDL_Delay(37);
-        music.isPlaying();
-    }
-    music.stop();
-    music.terminate();
-    EXPECT_FALSE(music.isPlaying());
 }

@@ -3,11 +3,11 @@
 #include <memory>
 
 #include "controls/inputevaluator.h"
+#include "controls/keynames.h"
 #include "controls/translators.h"
 #include "norvane.h"
 #include "support/events.h"
 #include "support/files.h"
-#include "support/manager.h"
 #include "xml/xml.h"
 
 using namespace norvane;
@@ -63,23 +63,15 @@ TEST_F(Bindings, DefinitionBuildsTriggersAndStoredBindingsReadBackAsTheSame) {
     EXPECT_EQ(define(DEFINITION), "");
     ASSERT_EQ(evaluator.size(), 3);
     const Trigger* x = evaluator.find("x");
-    EXPECT_EQ(x->code, 201);
-    EXPECT_EQ(x->description, "Move sideways");
-    EXPECT_FALSE(x->digital || x->queued);
-    EXPECT_EQ(x->maxValue, 2.5f);
     const Trigger* fire = evaluator.find("fire");
-    EXPECT_TRUE(fire->digital && fire->queued);
-    EXPECT_EQ(fire->data, 3);
-    EXPECT_EQ(fire->dataString, "left");
-    // Bindings without a state take the element's own default, read before them.
-    ASSERT_EQ(fire->translators.size(), 3u);
-    EXPECT_EQ(static_cast<KeyTranslator*>(fire->translators[0])->state, ksPressed);
-    EXPECT_EQ(static_cast<JoyButtonTranslator*>(fire->translators[1])->joystick, -1);
-    EXPECT_EQ(static_cast<MouseButtonTranslator*>(fire->translators[2])->state, ksDown);
+    EXPECT_TRUE(x->code == 201 && x->description == "Move sideways" && !x->digital && !x->queued && x->maxValue == 2.5f);
+    EXPECT_TRUE(fire->digital && fire->queued && fire->data == 3 && fire->dataString == "left");
     EXPECT_FALSE(evaluator.find("shield")->queued);
-
+    // Bindings without a state take the element's own default, read before them, and are stored
+    // without it.
     const std::string original = stored();
-    for (const char* line : {"\n    <keyTranslator key=\"lctrl\" value=\"1\"/>",  // the default state is left out
+    for (const char* line : {"\n    <keyTranslator key=\"lctrl\" value=\"1\"/>\n    <joyButtonTranslator button=\"0\" "
+                             "joy=\"-1\" value=\"1\"/>\n    <mouseButtonTranslator button=\"1\" state=\"down\"",
                              "<keyTranslator key=\"space\" state=\"up\" value=\"0.5\"/>",
                              "<joyAxisTranslator axis=\"0\" direction=\"-1\" joy=\"0\" max=\"30000\" min=\"4000\"/>"}) {
         EXPECT_NE(original.find(line), std::string::npos) << line << original;
@@ -101,76 +93,59 @@ TEST_F(Bindings, DefinitionBuildsTriggersAndStoredBindingsReadBackAsTheSame) {
     EXPECT_EQ(evaluator.find("x")->translators.size(), 3u);
 }
 
-TEST_F(Bindings, BadKeyNamesAreReportedAndLabelsJoinTheSelectedBindings) {
-    EXPECT_EQ(define(R"(<inputEvaluator><axis code="1" name="x">
+// Bad entries are reported and skipped, numbers are narrowed to their fields, and labels join the
+// selected bindings.
+TEST_F(Bindings, BadEntriesAreReportedAndLabelsJoinTheSelectedBindings) {
+    EXPECT_EQ(define(R"(<inputEvaluator>
+      <trigger><keyTranslator key="a" value="nan"/></trigger>
+      <axis code="4294967297" name="x" max="inf" data="4294967298">
         <keyTranslator/><keyTranslator key="]"/><keyTranslator key="left" value="-1"/><keyTranslator key="a" value="-1"/>
-      </axis></inputEvaluator>)"),
-              WARNING + " is no valid key identifier.\n" + WARNING + "] is no valid key identifier.\n");
+        <joyAxisTranslator joy="70000" axis="257" direction="-65537" min="-99999999999999999999" max="65537"/>
+        <rumble strength="11"/><mouseAxisTranslator min="junk" max="junk"/>
+      </axis><loop var="i" from="0" to="9"/></inputEvaluator>)"),
+              WARNING + "Trigger \"\": keyTranslator value is not a number, binding skipped.\n" + WARNING +
+                  "Trigger \"x\": max is not a number, using 1.\n" + WARNING + " is no valid key identifier.\n" +
+                  WARNING + "] is no valid key identifier.\n");
+    ASSERT_EQ(evaluator.size(), 2);
     Trigger* x = evaluator.find("x");
+    EXPECT_EQ(x->code + x->data, 1 + 2);
+    EXPECT_EQ(x->joyAxisToString(0), "Joy 4464; Axis 1 -");
+    // The junk mouse axis reads as 0..0, which saturates instead of dividing by zero.
+    ControlQueue q;
+    EXPECT_TRUE(evaluator.evaluate(mouseMotionEvent(0, 0, 7, 0), &q));
+    EXPECT_EQ(x->value, 1.0f);
+
+    x->clearJoyAxisTranslators(0);
     EXPECT_EQ(x->joyToString(0, 0), "");
     new KeyTranslator(x, SDLK_RIGHT, ksDefault, 1.0f);
     new JoyAxisTranslator(x, 0, 1, -1, 4000, 30000);
     new JoyButtonTranslator(x, 0, 3, ksDefault, 1.0f);
     new JoyAxisTranslator(x, 1, 2, 0, 4000, 30000);
-    EXPECT_EQ(x->keysToString(-1), "left;a");
-    EXPECT_EQ(x->keysToString(1), "right");
+    EXPECT_EQ(x->keysToString(-1) + "|" + x->keysToString(1), "left;a|right");
     EXPECT_EQ(x->joyToString(-1, 0), "Joy 0; Axis 1 -;Joy 0; Btn 3");
-    EXPECT_EQ(x->joyToString(1, 1), "Joy 0; Btn 3");
-    EXPECT_EQ(x->joyAxisToString(0), "Joy 0; Axis 1 -;Joy 1; Axis 2");
+    EXPECT_EQ(x->joyToString(1, 1) + "|" + x->joyAxisToString(0), "Joy 0; Btn 3|Joy 0; Axis 1 -;Joy 1; Axis 2");
 
     // A captured key without a name is stored with an empty name and dropped when read back.
     x->clearTranslators();
     new KeyTranslator(x, SDLK_a, ksDefault, 1.0f);
     new KeyTranslator(x, static_cast<SDLKey>(200), ksDefault, 1.0f);
     EXPECT_EQ(x->keysToString(0), "a;");
-    const std::string withUnnamed = stored();
-    EXPECT_NE(withUnnamed.find("<keyTranslator key=\"\" value=\"1\"/>"), std::string::npos);
-    EXPECT_EQ(restore(withUnnamed), WARNING + " is no valid key identifier.\n");
+    EXPECT_EQ(restore(stored()), WARNING + " is no valid key identifier.\n");
     EXPECT_EQ(x->keysToString(0), "a");
 }
 
-TEST_F(Bindings, NumbersAreNarrowedToTheirFieldsAndOnlyNonNumbersReported) {
-    EXPECT_EQ(define(R"(<inputEvaluator>
-      <trigger><keyTranslator key="a" value="nan"/></trigger>
-      <trigger code="4294967297" name="huge"/>
-      <axis name="wild" max="inf" defaultKeyState="sideways" data="4294967298">
-        <joyAxisTranslator joy="70000" axis="257" direction="-65537" min="-99999999999999999999" max="65537"/>
-        <joyButtonTranslator button="-40000"/><mouseButtonTranslator button="258"/>
-        <keyTranslator key="b" state="upwards"/>
-        <rumble strength="11"/>
-        <mouseAxisTranslator min="junk" max="junk"/>
-      </axis>
-      <loop var="i" from="0" to="9"/>
-    </inputEvaluator>)"),
-              WARNING + "Trigger \"\": keyTranslator value is not a number, binding skipped.\n" + WARNING +
-                  "Trigger \"wild\": max is not a number, using 1.\n");
-    EXPECT_EQ(evaluator.size(), 3);
-    EXPECT_EQ(evaluator.find("huge")->code, 1);
-    const Trigger* wild = evaluator.find("wild");
-    EXPECT_EQ(wild->maxValue, 1.0f);
-    EXPECT_EQ(wild->data, 2);
-    EXPECT_EQ(wild->defaultKeyState, ksDefault);
-    ASSERT_EQ(wild->translators.size(), 5u);
-    const auto* axis = static_cast<JoyAxisTranslator*>(wild->translators[0]);
-    EXPECT_EQ(axis->joystick, 70000 - 65536);
-    EXPECT_EQ(axis->axis, 1);
-    EXPECT_EQ(axis->direction, -1);
-    EXPECT_EQ(axis->min, 0);
-    EXPECT_EQ(axis->max, 1);
-    EXPECT_EQ(static_cast<JoyButtonTranslator*>(wild->translators[1])->button, 65536 - 40000);
-    EXPECT_EQ(static_cast<MouseButtonTranslator*>(wild->translators[2])->button, 2);
-    EXPECT_EQ(static_cast<KeyTranslator*>(wild->translators[3])->state, ksDefault);  // never fires
-    // The junk mouse axis reads as 0..0, which saturates instead of dividing by zero.
-    ControlQueue q;
-    EXPECT_TRUE(evaluator.evaluate(mouseMotionEvent(0, 0, 7, 0), &q));
-    EXPECT_EQ(wild->value, 1.0f);
-}
-
-TEST_F(Bindings, ResourceManagerMakesInputEvaluatorsFromTheirElement) {
-    OwningManager manager;
-    manager.load(writeFile("resources.xml", std::string("<resources>") + DEFINITION + "</resources>"), "");
-    auto* loaded = manager.get<InputEvaluator>("evaluatorGamePlayer");
-    ASSERT_TRUE(loaded);
-    EXPECT_EQ(loaded->size(), 3);
-    EXPECT_EQ(resourceBankGenerator.generateBank("InputEvaluator"), nullptr);
+TEST(KeyNames, EveryNamedKeySurvivesTheRoundTripAndUnknownNamesThrow) {
+    EXPECT_EQ(getKeyNameMap().size(), 133u);
+    EXPECT_EQ(getNameKeyMap().size(), 133u);  // no name is used twice
+    for (const auto& entry : getKeyNameMap()) EXPECT_EQ(strTo<SDLKey>(entry.second), entry.first) << entry.second;
+    const std::pair<int, const char*> samples[] = {{13, "return"}, {59, ";"},    {93, "}"},     {256, "pad_0"},
+                                                   {271, "enter"}, {296, "f15"}, {311, "lwin"}, {321, "euro"},
+                                                   {37, ""},       {160, ""},    {314, ""}};
+    for (const auto& s : samples) EXPECT_EQ(toStr<SDLKey>(static_cast<SDLKey>(s.first)), s.second) << s.first;
+    for (const std::string name : {"]", "", "A"}) {
+        EXPECT_EQ(thrownBy([&] { strTo<SDLKey>(name); }), name + " is no valid key identifier.");
+    }
+    EXPECT_EQ(strTo<KeyState>("pressed"), ksPressed);
+    EXPECT_EQ(strTo<KeyState>("Down"), ksDefault);
+    EXPECT_EQ(toStr<KeyState>(static_cast<KeyState>(7)), "default");
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "controls/translators.h"
 #include "support/events.h"
 
@@ -14,8 +12,8 @@ namespace {
 using Evaluators = EventQueueTest;
 using Fired = std::vector<Trigger*>;
 
-Trigger* bindKey(InputEvaluator& e, const char* name, SDLKey key) {
-    Trigger* t = new Trigger(&e, 1, name, "", ksDown);
+Trigger* bindKey(InputEvaluator& e, const char* name, SDLKey key, KeyState state = ksDown) {
+    Trigger* t = new Trigger(&e, 1, name, "", state);
     new KeyTranslator(t, key, ksDefault, 1.0f);
     return t;
 }
@@ -70,29 +68,26 @@ TEST_F(Evaluators, ExactJoystickButtonsBeatWildcardsAndTheLastWildcardWins) {
     EXPECT_EQ(deliver(joyButtonEvent(0, 3, false)), (Fired{t[3]}));
 }
 
-TEST(InputEvaluator, ClonesAreIndependentCopiesUntilApplied) {
-    InputEvaluator source;
-    Trigger* fire = new Trigger(&source, 204, "fire", "Fire", ksPressed);
+// Cloned into its own evaluator, a trigger replaces the original, which leaves every index, held
+// triggers included; the copy keeps the settings and live bindings.
+TEST(InputEvaluator, ACloneReplacesItsOriginal) {
+    InputEvaluator evaluator;
+    Trigger* fire = bindKey(evaluator, "fire", SDLK_LCTRL, ksPressed);
     fire->dataString = "ship";
-    new KeyTranslator(fire, SDLK_LCTRL, ksDefault, 1.0f);
+    fire->queued = false;
     new JoyAxisTranslator(fire, 0, 1, -1, 4000, 30000);
-    new Trigger(&source, 201, "x", "", 2.0f);
-
-    std::unique_ptr<InputEvaluator> copy(source.clone());
-    copy->setDataOnAllTriggers(1);
-    Trigger* copied = copy->find("fire");
-    ASSERT_TRUE(copied);
-    EXPECT_EQ(copied->dataString, "ship");
-    EXPECT_EQ(copied->defaultKeyState, ksPressed);
-    EXPECT_EQ(copy->find("x")->maxValue, 2.0f);
-    EXPECT_EQ(copy->joyAxisTranslators.size(), 1u);
-    // Rebinding the copy, as the controls dialog does, leaves the source alone until applied.
-    copied->clearKeyTranslators(0);
-    new KeyTranslator(copied, SDLK_f, ksDefault, 1.0f);
-    EXPECT_EQ(fire->keysToString(0), "lctrl");
-    EXPECT_EQ(fire->data, 0);
-    source.copyFrom(copy.get());
-    source.copyFrom(&source);
-    EXPECT_EQ(source.find("fire")->keysToString(0), "f");
-    EXPECT_EQ(source.keyTranslators.size(), 1u);
+    ControlQueue q;
+    ASSERT_TRUE(evaluator.evaluate(keyEvent(SDLK_LCTRL, true), &q));
+    Trigger* copy = fire->clone(&evaluator);
+    EXPECT_EQ(evaluator.find("fire"), copy);
+    EXPECT_TRUE(copy->value == 0.0f && copy->dataString == "ship" && !copy->queued);
+    EXPECT_TRUE(evaluator.pressedTriggers.empty());
+    ASSERT_EQ(evaluator.keyTranslators.size(), 1u);
+    EXPECT_EQ(evaluator.keyTranslators[0]->trigger, copy);
+    EXPECT_EQ(evaluator.joyAxisTranslators.size(), 1u);
+    evaluator.evaluate(keyEvent(SDLK_LCTRL, true), &q);
+    evaluator.perform(16.0f, &q);
+    EXPECT_EQ(drain(q), (Fired{copy}));
+    evaluator.copyFrom(&evaluator);  // nothing to copy from once cleared
+    EXPECT_EQ(evaluator.find("fire"), copy);
 }

@@ -10,10 +10,11 @@ using namespace norvane;
 
 namespace {
 
+using Journal = std::vector<std::string>;
+
 // Notes every call in `journal`, fires `fires` for every event and claims the event when told to.
-class Recorder : public Evaluator {
-public:
-    Recorder(std::string name, std::vector<std::string>& journal, Trigger* fires, bool claims)
+struct Recorder : Evaluator {
+    Recorder(std::string name, Journal& journal, Trigger* fires, bool claims)
         : name(std::move(name)), journal(journal), fires(fires), claims(claims) {}
     bool evaluate(const SDL_Event& event, ControlQueue* queue) override {
         journal.push_back(name + (event.type == SDL_KEYDOWN ? " down" : " up"));
@@ -24,20 +25,13 @@ public:
     void flush() override { journal.push_back(name + " flush"); }
 
     std::string name;
-    std::vector<std::string>& journal;
+    Journal& journal;
     Trigger* fires;
     bool claims;
 };
 
-SDL_Event focusEvent(Uint8 state, Uint8 gain) {
-    SDL_Event event{};
-    event.type = SDL_ACTIVEEVENT;
-    event.active.state = state;
-    event.active.gain = gain;
-    return event;
-}
+SDL_Event focusEvent(Uint8 state, Uint8 gain) { return makeEvent(&SDL_Event::active, {SDL_ACTIVEEVENT, gain, state}); }
 
-using Journal = std::vector<std::string>;
 using Queue = EventQueueTest;
 
 }  // namespace

@@ -9,9 +9,12 @@ using namespace norvane;
 
 namespace {
 
+using Fired = std::vector<Trigger*>;
+
 class Translation : public ::testing::Test {
 protected:
-    bool press(SDLKey key, bool down) { return evaluator.evaluate(keyEvent(key, down), &q); }
+    bool offer(const SDL_Event& event) { return evaluator.evaluate(event, &q); }
+    bool press(SDLKey key, bool down) { return offer(keyEvent(key, down)); }
 
     InputEvaluator evaluator;
     ControlQueue q;
@@ -19,37 +22,49 @@ protected:
 
 }  // namespace
 
-TEST_F(Translation, PressedBindingsHoldUntilTheirOwnReleaseAndEdgesQueueOnce) {
-    // Left and right on one axis: releasing left after pressing right must not stop the ship.
+// A "pressed" button of any device holds its trigger from its press, queued by every frame, until
+// its own release, which queues it once more.
+TEST_F(Translation, PressedButtonsHoldUntilTheirOwnRelease) {
     Trigger* x = new Trigger(&evaluator, 1, "x", "", ksPressed);
     new KeyTranslator(x, SDLK_LEFT, ksDefault, -1.0f);
+    new MouseButtonTranslator(x, 1, ksDefault, -1.0f);
+    new JoyButtonTranslator(x, 0, 3, ksDefault, -1.0f);
     new KeyTranslator(x, SDLK_RIGHT, ksDefault, 1.0f);
-    EXPECT_TRUE(press(SDLK_LEFT, true));
-    EXPECT_EQ(x->value, -1.0f);
+    const std::pair<SDL_Event, SDL_Event> buttons[] = {
+        {keyEvent(SDLK_LEFT, true), keyEvent(SDLK_LEFT, false)},
+        {mouseButtonEvent(1, true, 0, 0), mouseButtonEvent(1, false, 0, 0)},
+        {joyButtonEvent(0, 3, true), joyButtonEvent(0, 3, false)},
+    };
+    for (const auto& [down, up] : buttons) {
+        EXPECT_TRUE(offer(down));
+        EXPECT_EQ(x->value, -1.0f) << int(down.type);
+        EXPECT_TRUE(q.isEmpty());
+        evaluator.perform(16, &q);
+        EXPECT_EQ(drain(q), (Fired{x}));
+        EXPECT_TRUE(offer(up));
+        EXPECT_EQ(x->value, 0.0f) << int(up.type);
+        EXPECT_EQ(drain(q), (Fired{x}));
+        EXPECT_TRUE(evaluator.pressedTriggers.empty());
+    }
+    // Left and right on one axis: releasing left after pressing right must not stop the ship.
+    press(SDLK_LEFT, true);
     press(SDLK_RIGHT, true);
     press(SDLK_LEFT, false);
     EXPECT_EQ(x->value, 1.0f);
-    EXPECT_TRUE(q.isEmpty());  // held triggers are queued by perform, not by the press
     press(SDLK_RIGHT, false);
     EXPECT_EQ(x->value, 0.0f);
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{x}));  // the release, once
-    EXPECT_TRUE(evaluator.pressedTriggers.empty());
+    EXPECT_EQ(drain(q), (Fired{x}));
 
+    // Other states fire on their edge alone; a binding takes its trigger's default when built.
     Trigger* menu = new Trigger(&evaluator, 3, "menu", "", ksUp);
-    auto* early = new KeyTranslator(menu, SDLK_ESCAPE, ksDefault, 2.0f);
-    menu->defaultKeyState = ksDown;  // reaches bindings built later only
-    Trigger* axis = new Trigger(&evaluator, 4, "axis", "", 1.0f);
-    new KeyTranslator(axis, SDLK_a, ksDown, 0.5f);
-    EXPECT_EQ(early->state, ksUp);
-    EXPECT_FALSE(press(SDLK_ESCAPE, true));
-    EXPECT_TRUE(press(SDLK_ESCAPE, false));
-    EXPECT_EQ(menu->value, 2.0f);  // and stays so
-    EXPECT_TRUE(press(SDLK_a, true));
-    EXPECT_EQ(axis->value, 0.5f);
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{menu}));  // the analog trigger is not queued
+    new KeyTranslator(menu, SDLK_ESCAPE, ksDefault, 2.0f);
     menu->defaultKeyState = ksDefault;  // a binding left in "default" never fires
     new KeyTranslator(menu, SDLK_b, ksDefault, 1.0f);
-    EXPECT_FALSE(press(SDLK_b, true));
+    new KeyTranslator(new Trigger(&evaluator, 4, "axis", "", 1.0f), SDLK_a, ksDown, 0.5f);
+    EXPECT_FALSE(press(SDLK_ESCAPE, true) || press(SDLK_b, true));
+    EXPECT_TRUE(press(SDLK_ESCAPE, false) && press(SDLK_a, true));
+    EXPECT_EQ(menu->value + evaluator.find("axis")->value, 2.5f);
+    EXPECT_EQ(drain(q), (Fired{menu}));  // the analog trigger is not queued
 }
 
 TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
@@ -75,11 +90,11 @@ TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
     Trigger* digital = new Trigger(&evaluator, 2, "fire", "", ksDown);
     auto* stick = new JoyAxisTranslator(digital, 0, 1, +1, 4000, 30000);
     for (Sint16 v : {-20000, -20000, 3000}) stick->translate(joyAxisEvent(0, 1, v), &q);  // the repeat is no change
-    EXPECT_EQ(drain(q), (std::vector<Trigger*>{digital, digital}));
+    EXPECT_EQ(drain(q), (Fired{digital, digital}));
 
     Trigger* mouseY = new Trigger(&evaluator, 3, "mouseY", "", 2.0f);
     new MouseAxisTranslator(mouseY, 1, 0, 0, 10);
-    EXPECT_TRUE(evaluator.evaluate(mouseMotionEvent(0, 0, 30, -5), &q));
+    EXPECT_TRUE(offer(mouseMotionEvent(0, 0, 30, -5)));
     EXPECT_FLOAT_EQ(mouseY->value, -1.0f);  // axis 1 is vertical
 }
 

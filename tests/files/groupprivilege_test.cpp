@@ -15,16 +15,6 @@
 
 namespace {
 
-struct Groups {
-    gid_t real, effective, saved;
-};
-
-Groups groups() {
-    Groups g{};
-    getresgid(&g.real, &g.effective, &g.saved);
-    return g;
-}
-
 bool create(const std::string& path) {
     norvane::AtomicFile file(path);
     return file.get() && std::fputs("x", file.get()) >= 0 && file.commit();
@@ -36,37 +26,21 @@ struct stat info(const std::string& path) {
     return result;
 }
 
-// Fails the child with a message the death test prints.
-void check(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "failed: %s\n", what);
-    _exit(1);
-}
-
-// Plays the setgid program's part in a child: `check` ends it with a message on the first fault.
-void playSetgidNobody(uid_t user, gid_t userGroup, gid_t shared, const std::string& state,
-                      const std::string& home) {
-    check(setgroups(0, nullptr) == 0 && setresgid(userGroup, shared, shared) == 0 &&
-              setresuid(user, user, user) == 0,
-          "becoming nobody with the shared group");
+// Plays the setgid program's part in a child; true when every step went as it should.
+bool playSetgidNobody(const passwd* nobody, const group* games, const std::string& state, const std::string& home) {
+    setgroups(0, nullptr);
+    if (setresgid(nobody->pw_gid, games->gr_gid, games->gr_gid) != 0) return false;
+    if (setresuid(nobody->pw_uid, nobody->pw_uid, nobody->pw_uid) != 0) return false;
     norvane::dropGroupPrivilege();
-    check(groups().effective == userGroup && groups().saved == shared, "dropped at start");
-    check(create(home + "settings"), "the home is the user's");
-    check(!create(state + "early"), "the shared directory is closed after the drop");
+    bool ok = getegid() == nobody->pw_gid && create(home + "settings") && !create(state + "early");
     {
         norvane::GroupPrivilege privilege;
-        check(groups().effective == shared, "held");
-        check(create(state + "scores"), "the shared directory is open while held");
-        check(create(state + "scores"), "a file of the group is replaced while held");
+        ok = ok && getegid() == games->gr_gid && create(state + "scores") && create(state + "scores");
     }
-    check(groups().effective == userGroup && groups().saved == shared, "dropped again");
-    check(!create(state + "late"), "the shared directory is closed again");
-    check(create(home + "screenshot"), "the home is still the user's");
+    ok = ok && getegid() == nobody->pw_gid && !create(state + "late") && create(home + "shot");
     const struct stat scores = info(state + "scores"), settings = info(home + "settings");
-    check(scores.st_gid == shared && (scores.st_mode & 0777) == 0664, "scores are games 0664");
-    check(settings.st_uid == user && settings.st_gid == userGroup, "settings are the user's");
-    std::fflush(stderr);
-    _exit(0);
+    return ok && scores.st_gid == games->gr_gid && (scores.st_mode & 0777) == 0664 &&
+           settings.st_uid == nobody->pw_uid && settings.st_gid == nobody->pw_gid;
 }
 
 }  // namespace
@@ -74,42 +48,34 @@ void playSetgidNobody(uid_t user, gid_t userGroup, gid_t shared, const std::stri
 TEST(GroupPrivilege, WithoutSetgidOnlyTheMaskChangesWhileHeld) {
     const std::string dir = std::string(TEST_TMP_DIR) + "/privilege-plain/";
     ASSERT_TRUE(norvane::mkdirs(dir));
-    const Groups before = groups();
+    const gid_t before = getegid();
     const mode_t mask = umask(077);
-
     norvane::dropGroupPrivilege();
     {
         norvane::GroupPrivilege privilege;
-        EXPECT_EQ(groups().effective, before.effective);
+        EXPECT_EQ(getegid(), before);
         ASSERT_TRUE(create(dir + "shared"));
     }
-    EXPECT_EQ(groups().effective, before.effective);
-    EXPECT_EQ(groups().saved, before.saved);
+    EXPECT_EQ(getegid(), before);
     ASSERT_TRUE(create(dir + "own"));
     EXPECT_EQ(info(dir + "shared").st_mode & 0777, 0664u);
     EXPECT_EQ(info(dir + "own").st_mode & 0777, 0600u);  // the user's mask is back
     umask(mask);
 }
 
-// A setgid run as the user nobody: the real group is the user's, effective and saved are games.
+// A setgid run as the user nobody: the real group is the user's, effective and saved are games. The
+// shared directory is writable only while the privilege is held; the user's home always.
 TEST(GroupPrivilege, SetgidProgramWritesTheSharedDirectoryOnlyWhileHeld) {
     if (getuid() != 0) GTEST_SKIP() << "needs root to become another user with another group";
     const passwd* nobody = getpwnam("nobody");
     const group* games = getgrnam("games");
     ASSERT_TRUE(nobody && games);
-    const uid_t user = nobody->pw_uid;
-    const gid_t userGroup = nobody->pw_gid, shared = games->gr_gid;
-
     const std::string base = std::string(TEST_TMP_DIR) + "/privilege-setgid/";
     const std::string state = base + "state/", home = base + "home/";
     std::system(("rm -rf " + base).c_str());
     ASSERT_TRUE(norvane::mkdirs(state) && norvane::mkdirs(home));
-    ASSERT_EQ(chmod(TEST_TMP_DIR, 0755), 0);  // made by root's mkdirs: closed to others
-    ASSERT_EQ(chmod(base.c_str(), 0755), 0);
-    ASSERT_EQ(chown(state.c_str(), 0, shared), 0);
-    ASSERT_EQ(chmod(state.c_str(), 02775), 0);
-    ASSERT_EQ(chown(home.c_str(), user, userGroup), 0);
-
-    EXPECT_EXIT(playSetgidNobody(user, userGroup, shared, state, home), ::testing::ExitedWithCode(0),
-                "");
+    ASSERT_EQ(chmod(TEST_TMP_DIR, 0755) | chmod(base.c_str(), 0755), 0);  // root's mkdirs closes them to others
+    ASSERT_EQ(chown(state.c_str(), 0, games->gr_gid) | chmod(state.c_str(), 02775), 0);
+    ASSERT_EQ(chown(home.c_str(), nobody->pw_uid, nobody->pw_gid), 0);
+    EXPECT_EXIT(_exit(playSetgidNobody(nobody, games, state, home) ? 0 : 1), testing::ExitedWithCode(0), "");
 }

@@ -10,48 +10,26 @@
 #include "controls/queue.h"
 
 // Builders for the events the tests offer, and a reader of the trigger FIFO.
+template <typename Part>
+SDL_Event makeEvent(Part SDL_Event::*member, const Part& part) {
+    SDL_Event e{};
+    e.*member = part;
+    return e;
+}
 inline SDL_Event keyEvent(SDLKey key, bool down, Uint16 unicode = 0) {
-    SDL_Event e{};
-    e.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    e.key.keysym.sym = key;
-    e.key.keysym.unicode = unicode;
-    return e;
+    return makeEvent(&SDL_Event::key, {Uint8(down ? SDL_KEYDOWN : SDL_KEYUP), 0, down, {0, key, KMOD_NONE, unicode}});
 }
-
 inline SDL_Event joyButtonEvent(Uint8 joystick, Uint8 button, bool down = true) {
-    SDL_Event e{};
-    e.type = down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP;
-    e.jbutton.which = joystick;
-    e.jbutton.button = button;
-    return e;
+    return makeEvent(&SDL_Event::jbutton, {Uint8(down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP), joystick, button, down});
 }
-
 inline SDL_Event joyAxisEvent(Uint8 joystick, Uint8 axis, Sint16 value) {
-    SDL_Event e{};
-    e.type = SDL_JOYAXISMOTION;
-    e.jaxis.which = joystick;
-    e.jaxis.axis = axis;
-    e.jaxis.value = value;
-    return e;
+    return makeEvent(&SDL_Event::jaxis, {SDL_JOYAXISMOTION, joystick, axis, value});
 }
-
 inline SDL_Event mouseMotionEvent(Uint16 x, Uint16 y, Sint16 xrel = 0, Sint16 yrel = 0) {
-    SDL_Event e{};
-    e.type = SDL_MOUSEMOTION;
-    e.motion.x = x;
-    e.motion.y = y;
-    e.motion.xrel = xrel;
-    e.motion.yrel = yrel;
-    return e;
+    return makeEvent(&SDL_Event::motion, {SDL_MOUSEMOTION, 0, 0, x, y, xrel, yrel});
 }
-
 inline SDL_Event mouseButtonEvent(Uint8 button, bool down, Uint16 x, Uint16 y) {
-    SDL_Event e{};
-    e.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    e.button.button = button;
-    e.button.x = x;
-    e.button.y = y;
-    return e;
+    return makeEvent(&SDL_Event::button, {Uint8(down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP), 0, button, down, x, y});
 }
 
 // A distinct trigger pointer for queues that never look inside.
