@@ -17,18 +17,14 @@ namespace {
 
 const char* const DEFINITION = R"(<inputEvaluator name="evaluatorGamePlayer">
   <axis code="201" name="x" description="Move sideways" max="2.5">
-    <keyTranslator key="left" value="-1"/>
-    <keyTranslator key="right" value="1"/>
+    <keyTranslator key="left" value="-1"/><keyTranslator key="right" value="1"/>
     <joyAxisTranslator joy="0" axis="0" direction="-1" min="4000" max="30000"/>
   </axis>
   <trigger code="204" name="fire" defaultKeyState="pressed" data="3" dataString="left">
-    <keyTranslator key="lctrl"/>
-    <joyButtonTranslator joy="-1" button="0"/>
-    <mouseButtonTranslator button="1" state="down"/>
+    <keyTranslator key="lctrl"/><joyButtonTranslator joy="-1" button="0"/><mouseButtonTranslator button="1" state="down"/>
   </trigger>
   <trigger code="205" name="shield" queue="false">
-    <keyTranslator key="space" state="up" value="0.5"/>
-    <mouseAxisTranslator axis="1" min="2" max="40"/>
+    <keyTranslator key="space" state="up" value="0.5"/><mouseAxisTranslator axis="1" min="2" max="40"/>
   </trigger>
 </inputEvaluator>)";
 

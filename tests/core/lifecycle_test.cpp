@@ -9,22 +9,14 @@
 
 #include "../../norvane/src/buildinfo.h"
 #include "debug/log.h"
-#include "support/tasks.h"
 
 namespace {
 
-class Task : public norvane::BackgroundTask {
-public:
-    Task(norvane::BackgroundTaskCallback* callback, int workUnits, std::function<void()> onDelete)
-        : BackgroundTask(callback), onDelete(std::move(onDelete)) {
-        progressTotal = static_cast<unsigned int>(workUnits);
-    }
+// Runs `onDelete` when the clean-up deletes it.
+struct Task : norvane::BackgroundTask {
+    explicit Task(std::function<void()> onDelete) : BackgroundTask(nullptr), onDelete(std::move(onDelete)) {}
     ~Task() override { onDelete(); }
-    void perform(unsigned int) override {
-        ++turns;
-        if (++progressDone >= progressTotal) finish();
-    }
-    int turns = 0;
+    void perform(unsigned int) override {}
     std::function<void()> onDelete;
 };
 
@@ -53,7 +45,7 @@ TEST(CrashHandler, EachSignalPrintsItsTextAndExitsCleanly) {
             std::setvbuf(stdout, nullptr, _IONBF, 0);
             dup2(STDERR_FILENO, STDOUT_FILENO);
             norvane::init(0, true);
-            norvane::backgroundTasks.push_back(new Task(nullptr, 1, [] { raise(SIGTERM); }));
+            norvane::backgroundTasks.push_back(new Task([] { raise(SIGTERM); }));
             raise(SIGINT);
         },
         testing::ExitedWithCode(0),
@@ -73,33 +65,10 @@ TEST(Lifecycle, InitLogsTheVersionAndQuitFreesTasksOnceAndExitsWithStatusZero) {
             setenv("SDL_VIDEODRIVER", "dummy", 1);
             norvane::init(norvane::SUBSYSTEM_VIDEO, false);
             if (SDL_WasInit(SDL_INIT_VIDEO) == 0) _exit(3);
-            norvane::backgroundTasks.push_back(new Task(nullptr, 1, [] { std::fputs("deleted\n", stderr); }));
+            norvane::backgroundTasks.push_back(new Task([] { std::fputs("deleted\n", stderr); }));
             norvane::cleanUp();
             norvane::quitting = true;  // as if a handler had begun shutting down
             norvane::quit();
         },
         testing::ExitedWithCode(0), "^deleted\n$");
-}
-
-TEST(BackgroundTasks, PerformGivesTurnsInOrderAndRetiresFinishedTasks) {
-    ASSERT_EQ(SDL_Init(SDL_INIT_TIMER), 0);
-    norvane::perform(SDL_GetTicks() + 1000);  // an empty list is fine
-    TaskEvents recorder;
-    int deleted = 0;
-    auto* quick = new Task(&recorder, 1, [&] { ++deleted; });
-    auto* slow = new Task(nullptr, 3, [&] { ++deleted; });
-    EXPECT_EQ(recorder.events, "start ");
-    norvane::backgroundTasks = {quick, slow};
-    norvane::perform(SDL_GetTicks() + 1000);
-    EXPECT_EQ(recorder.events, "start finish ");
-    EXPECT_EQ(deleted, 1);
-    ASSERT_EQ(norvane::backgroundTasks.size(), 1u);
-    EXPECT_DOUBLE_EQ(slow->getProgressRelative(), 1.0 / 3.0);
-    norvane::perform(0);  // a deadline in the past gives nobody a turn
-    EXPECT_EQ(slow->turns, 1);
-    norvane::perform(SDL_GetTicks() + 1000);
-    norvane::perform(SDL_GetTicks() + 1000);
-    EXPECT_TRUE(norvane::backgroundTasks.empty());
-    EXPECT_EQ(deleted, 2);
-    SDL_Quit();
 }
