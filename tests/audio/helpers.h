@@ -69,24 +69,17 @@ protected:
     }
     void TearDown() override { norvane::audio::cleanUp(); }
 
-    // Closes the device, which completes the file, and reads its 16-bit stereo data chunk.
+    // Closes the device, which completes the file, and reads its data chunk: 16-bit stereo.
     Recording stopAndRead() {
         norvane::audio::cleanUp();
         const std::string file = readFile(scratchPath("output.wav"));
+        const size_t at = file.find("data", 12);
         Recording rec;
-        for (size_t pos = 12; pos + 8 <= file.size();) {
-            uint32_t size = 0;
-            std::memcpy(&size, file.data() + pos + 4, 4);
-            if (file.compare(pos, 4, "data") == 0) {
-                const size_t frames = std::min<size_t>(size, file.size() - pos - 8) / 4;
-                const int16_t* samples = reinterpret_cast<const int16_t*>(file.data() + pos + 8);
-                for (size_t i = 0; i < frames; ++i) {
-                    rec.left.push_back(samples[2 * i] / 32768.0f);
-                    rec.right.push_back(samples[2 * i + 1] / 32768.0f);
-                }
-                break;
-            }
-            pos += 8 + size;
+        for (size_t i = at + 8; at != std::string::npos && i + 4 <= file.size(); i += 4) {
+            int16_t frame[2];
+            std::memcpy(frame, file.data() + i, 4);
+            rec.left.push_back(frame[0] / 32768.0f);
+            rec.right.push_back(frame[1] / 32768.0f);
         }
         return rec;
     }
