@@ -22,14 +22,14 @@ bool isDir(const std::string& path) {
 
 TEST(SysDirs, GamesAndApplicationsLiveInTheirOwnPlacesAndUsersInTheirHomes) {
     const SysDirManager game("x", norvane::sdcGame), app("x", norvane::sdcApplication);
-    EXPECT_EQ(game.getDir(norvane::sdConfig) + app.getDir(norvane::sdConfig), ROOT + "/etc/x/" + ROOT + "/etc/x/");
-    EXPECT_EQ(game.getDir(norvane::sdData), ROOT + "/usr/share/games/x/");
-    EXPECT_EQ(game.getDir(norvane::sdState), ROOT + "/var/games/x/");
-    EXPECT_EQ(app.getDir(norvane::sdData), ROOT + "/usr/share/x/");
-    EXPECT_EQ(app.getDir(norvane::sdState), ROOT + "/var/lib/x/");
-    EXPECT_EQ(game.getSubDir(norvane::sdData, "images", false) + game.getSubDir(norvane::sdData, "images/", false),
-              ROOT + "/usr/share/games/x/images/" + ROOT + "/usr/share/games/x/images/");
-    EXPECT_EQ(game.getSubDir(norvane::sdData, "", false), ROOT + "/usr/share/games/x/");
+    const std::pair<std::string, std::string> dirs[] = {
+        {game.getDir(norvane::sdConfig), "/etc/x/"},           {app.getDir(norvane::sdConfig), "/etc/x/"},
+        {game.getDir(norvane::sdData), "/usr/share/games/x/"}, {app.getDir(norvane::sdData), "/usr/share/x/"},
+        {game.getDir(norvane::sdState), "/var/games/x/"},      {app.getDir(norvane::sdState), "/var/lib/x/"},
+        {game.getSubDir(norvane::sdData, "images", false), "/usr/share/games/x/images/"},
+        {game.getSubDir(norvane::sdData, "images/", false), "/usr/share/games/x/images/"},
+        {game.getSubDir(norvane::sdData, "", false), "/usr/share/games/x/"}};
+    for (const auto& [dir, expected] : dirs) EXPECT_EQ(dir, ROOT + expected);
     EXPECT_FALSE(isDir(ROOT + "/usr/share/games/x/images"));
     EXPECT_TRUE(isDir(SysDirManager("created", norvane::sdcGame).getSubDir(norvane::sdState, "scores", true)));
 

@@ -5,6 +5,7 @@
 #include "norvane.h"
 #include "support/files.h"
 #include "support/manager.h"
+#include "xml/xml.h"
 
 namespace {
 
@@ -115,34 +116,29 @@ TEST_F(Resources, BanksDestroyTheirResourcesOnce) {
 
 namespace {
 
-struct CountingBank : norvane::RefreshingBank {
+// A bank of `elements` elements that notes the progress the loader reports.
+struct CountingBank : norvane::RefreshingBank, norvane::ResourceLoaderHandler {
     explicit CountingBank(int elements) : elements(elements) {}
     int size() const override { return elements; }
     void refresh(norvane::RefreshingBankHandler* handler) override {
         for (int i = 0; i < elements; ++i) handler->elementRefreshed();
     }
-    int elements;
-};
-
-struct Progress : norvane::ResourceLoaderHandler {
     void onLoadingFinished() override { events += "finished"; }
     void onLoadingProgress(norvane::RefreshingBank* bank, int done, int total) override {
-        events += (bank == nullptr ? std::string("-") : bank == first ? "1" : "2") + ":" + std::to_string(done) +
+        events += std::to_string(bank ? static_cast<CountingBank*>(bank)->elements : 0) + ":" + std::to_string(done) +
                   "/" + std::to_string(total) + " ";
     }
-    const norvane::RefreshingBank* first = nullptr;
+    int elements;
     std::string events;
 };
 
 }  // namespace
 
 TEST(ResourceLoader, RefreshesBanksInOrderAndReportsEachElement) {
-    CountingBank one(2), two(3);
-    Progress progress;
-    progress.first = &one;
-    auto* loader = new norvane::ResourceLoader(&progress);  // deletes itself when done
-    *loader += &one;
+    CountingBank two(2), three(3);
+    auto* loader = new norvane::ResourceLoader(&two);  // deletes itself when done
     *loader += &two;
+    *loader += &three;
     loader->start();
-    EXPECT_EQ(progress.events, "-:0/5 1:1/5 1:2/5 2:3/5 2:4/5 2:5/5 finished");
+    EXPECT_EQ(two.events, "0:0/5 2:1/5 2:2/5 3:3/5 3:4/5 3:5/5 finished");
 }
