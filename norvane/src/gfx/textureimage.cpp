@@ -33,22 +33,30 @@ bool SingleTextureImage::beginDraw(BlendMode mode) const {
     return true;
 }
 
-void SingleTextureImage::draw(const basic_Vector2D<float>& position, BlendMode mode) const {
-    if (width <= 0 || height <= 0 || !beginDraw(mode)) return;
-    const bool whole = visibleBox.width <= 0 || visibleBox.height <= 0;
-    const basic_Rect<int> box = whole ? basic_Rect<int>{0, 0, width, height} : visibleBox;
+basic_Rect<float> SingleTextureImage::visiblePart() const {
+    if (visibleBox.width <= 0 || visibleBox.height <= 0) {
+        return {0.0f, 0.0f, static_cast<float>(width), static_cast<float>(height)};
+    }
+    return {static_cast<float>(visibleBox.x), static_cast<float>(visibleBox.y), static_cast<float>(visibleBox.width),
+            static_cast<float>(visibleBox.height)};
+}
+
+void SingleTextureImage::quad(float left, float top, const basic_Rect<float>& part) const {
     const float w = static_cast<float>(width), h = static_cast<float>(height);
     const float l = getLeftTexCoord(), r = getRightTexCoord(), u = getUpperTexCoord(), b = getLowerTexCoord();
-    const float boxLeft = static_cast<float>(box.x), boxRight = static_cast<float>(box.x + box.width);
-    const float boxTop = static_cast<float>(box.y), boxBottom = static_cast<float>(box.y + box.height);
-    const float s0 = l + (r - l) * boxLeft / w, s1 = l + (r - l) * boxRight / w;
-    const float t0 = u + (b - u) * boxTop / h, t1 = u + (b - u) * boxBottom / h;
-    const float x = position.x - hotspot.x, y = position.y + hotspot.y;
+    const float x0 = part.x, x1 = part.x + part.width, y0 = part.y, y1 = part.y + part.height;
+    const float s0 = l + (r - l) * x0 / w, s1 = l + (r - l) * x1 / w;
+    const float t0 = u + (b - u) * y0 / h, t1 = u + (b - u) * y1 / h;
+    corner(s0, t0, left + x0, top - y0);
+    corner(s0, t1, left + x0, top - y1);
+    corner(s1, t1, left + x1, top - y1);
+    corner(s1, t0, left + x1, top - y0);
+}
+
+void SingleTextureImage::draw(const basic_Vector2D<float>& position, BlendMode mode) const {
+    if (width <= 0 || height <= 0 || !beginDraw(mode)) return;
     glBegin(GL_QUADS);
-    corner(s0, t1, x + boxLeft, y + h - boxBottom);
-    corner(s0, t0, x + boxLeft, y + h - boxTop);
-    corner(s1, t0, x + boxRight, y + h - boxTop);
-    corner(s1, t1, x + boxRight, y + h - boxBottom);
+    quad(position.x - hotspot.x, position.y + hotspot.y + static_cast<float>(height), visiblePart());
     glEnd();
     glPopAttrib();
 }
@@ -76,19 +84,18 @@ void SingleTextureImage::draw(const basic_Rect<float>& rect, BlendMode mode) con
         corner(0.0f, t, x, y);
         corner(s, t, x + w, y);
         corner(s, 0.0f, x + w, y + h);
-    } else {
-        const float l = getLeftTexCoord(), r = getRightTexCoord(), u = getUpperTexCoord(), b = getLowerTexCoord();
+    } else if (width > 0 && height > 0) {
+        // Each tile shows the upper-left part of the image that fits, and of that the visible part.
+        const basic_Rect<float> visible = visiblePart();
         const float tileW = static_cast<float>(width), tileH = static_cast<float>(height);
         for (float top = y + h; top > y; top -= tileH) {
             const float rowH = std::min(tileH, top - y);
-            const float lower = b * rowH / tileH;
+            const float upper = visible.y, lower = std::min(rowH, visible.y + visible.height);
+            if (lower <= upper) continue;
             for (float left = x; left < x + w; left += tileW) {
                 const float columnW = std::min(tileW, x + w - left);
-                const float right = r * columnW / tileW;
-                corner(l, u, left, top);
-                corner(l, lower, left, top - rowH);
-                corner(right, lower, left + columnW, top - rowH);
-                corner(right, u, left + columnW, top);
+                const float leftmost = visible.x, rightmost = std::min(columnW, visible.x + visible.width);
+                if (rightmost > leftmost) quad(left, top, {leftmost, upper, rightmost - leftmost, lower - upper});
             }
         }
     }

@@ -34,12 +34,16 @@ protected:
     int textureHeight = 0;
     // The part of the image that is not fully transparent, in its pixels (x right, y down); an
     // empty box stands for the whole image. Drawing at a position covers only this part: every
-    // pixel a quad covers costs fill, drawn or not.
+    // pixel a quad covers costs fill, drawn or not. Tiles are cut to it too.
     basic_Rect<int> visibleBox;
 
 private:
     // Saves the state drawing changes and binds the texture; false when there is nothing to draw.
     bool beginDraw(BlendMode mode) const;
+    basic_Rect<float> visiblePart() const;  // visibleBox, or the whole image
+    // Inside glBegin(GL_QUADS): the image's pixels `part` (x right, y down) with the image's
+    // upper-left corner at (left, top).
+    void quad(float left, float top, const basic_Rect<float>& part) const;
 };
 
 }  // namespace gfx
