@@ -1,6 +1,5 @@
 #include "menu/program.h"
 
-#include <SDL/SDL_image.h>
 #include <X11/Xlib.h>
 #include <fcntl.h>
 #include <signal.h>
@@ -130,30 +129,4 @@ void Program::requestClose() {
 
 bool xdotool(const std::string& arguments) {
     return std::system(("timeout 30 xdotool " + arguments).c_str()) == 0;
-}
-
-Picture::Picture(const std::string& path) {
-    SDL_Surface* loaded = IMG_Load(path.c_str());
-    if (!loaded) return;
-    SDL_PixelFormat format{};
-    format.BitsPerPixel = 32;
-    format.BytesPerPixel = 4;
-    format.Rmask = 0x000000ff;
-    format.Gmask = 0x0000ff00;
-    format.Bmask = 0x00ff0000;
-    format.Amask = 0xff000000;
-    format.Gshift = 8;
-    format.Bshift = 16;
-    format.Ashift = 24;
-    surface = SDL_ConvertSurface(loaded, &format, SDL_SWSURFACE);
-    SDL_FreeSurface(loaded);
-}
-
-Picture::~Picture() {
-    if (surface) SDL_FreeSurface(surface);
-}
-
-void Picture::rgb(int x, int y, int out[3]) const {
-    const auto* row = static_cast<const Uint8*>(surface->pixels) + (surface->h - 1 - y) * surface->pitch;
-    for (int i = 0; i < 3; ++i) out[i] = row[x * 4 + i];
 }

@@ -1,7 +1,6 @@
 #ifndef TESTS_MENU_PROGRAM_H
 #define TESTS_MENU_PROGRAM_H
 
-#include <SDL/SDL.h>
 #include <sys/types.h>
 
 #include <string>
@@ -34,23 +33,5 @@ private:
 
 // Runs xdotool with `arguments`; false when it failed.
 bool xdotool(const std::string& arguments);
-
-// A PNG file as 32-bit pixels; empty when it cannot be read.
-class Picture {
-public:
-    explicit Picture(const std::string& path);
-    ~Picture();
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
-
-    bool valid() const { return surface != nullptr; }
-    int width() const { return surface ? surface->w : 0; }
-    int height() const { return surface ? surface->h : 0; }
-    // Red, green and blue 0..255 of pixel (x, y) counted from the lower left, as the game places things.
-    void rgb(int x, int y, int out[3]) const;
-
-private:
-    SDL_Surface* surface = nullptr;
-};
 
 #endif
