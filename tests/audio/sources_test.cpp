@@ -71,6 +71,10 @@ TEST_F(Pool, FullPoolCutsOffTheOldestLeastImportantSoundAndEndedSoundsKeepTheirK
     EXPECT_EQ(refused.inits, 0);
     EXPECT_EQ(play(pool, &equal, 5), oldest);
     EXPECT_EQ(pool.getSize(), 2);
+    pool.setPlayingVolumes(0.5f);  // playing sounds too, at their own volume times the pool's
+    float gain = 0.0f;
+    alGetSourcef(oldest->name, AL_GAIN, &gain);
+    EXPECT_FLOAT_EQ(gain, 0.5f);
     tone.priority = 7;
     EXPECT_EQ(pool.play(&tone, &looping)->getSource()->priority, 7);  // the sample's priority
 

@@ -118,3 +118,17 @@ TEST_F(WindowTest, EveryPngInputIsRefusedBeforeDecoding) {
         EXPECT_EQ(image.getTextureName(), 0u);
     }
 }
+
+// Two images of one file used to free the first while its glyphs still pointed to it.
+TEST_F(WindowTest, AFontWithTwoImagesOfOneFilePrintsThroughTheOneItKeeps) {
+    const std::string dir = fontDir("ubsan-font-duplicate-image-dangling.xml");
+    savePng(makeRgbaSurface(8, 8).get(), (dir + "a.png").c_str());
+    std::unique_ptr<fonts::BitmapFont> font;
+    captured([&] { font.reset(new fonts::BitmapFont(dir)); });
+    ASSERT_EQ(font->images->size(), 1);
+    EXPECT_EQ(font->singleImage, font->images->resources.begin()->second);
+    EXPECT_NE(font->singleImage->getTextureName(), 0u);
+    EXPECT_EQ(font->getWidth("A"), 4);
+    font->print("AA");
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
