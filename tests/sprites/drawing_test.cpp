@@ -19,8 +19,7 @@ using norvane::sprites::SpriteEngine;
 namespace {
 
 // A 20 x 20 square of its colour below and right of its position.
-class Block : public Sprite {
-public:
+struct Block : Sprite {
     Block(float x, Color c) : Sprite({x, 200}, true) { color = c; }
     void drawSelf() override {
         color.apply();
