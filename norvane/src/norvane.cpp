@@ -1,6 +1,8 @@
 #include "norvane.h"
 
 #include <algorithm>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +21,7 @@ basic_Rect<float>* currentViewport = nullptr;
 namespace {
 
 const int FATAL_SIGNALS[] = {SIGSEGV, SIGILL, SIGFPE, SIGINT, SIGTERM, SIGABRT};
+const unsigned int SHUTDOWN_GRACE_S = 2;
 
 [[noreturn]] void shutDown() {
     if (!quitting) {
@@ -77,6 +80,9 @@ void handleSignal(int signal) {
         }
     }
     std::fflush(stderr);
+    // SDL_Quit waits for Xlib's lock, which the interrupted code may hold: end even then.
+    std::signal(SIGALRM, [](int) { _exit(0); });
+    alarm(SHUTDOWN_GRACE_S);
     shutDown();
 }
 

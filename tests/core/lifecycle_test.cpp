@@ -51,6 +51,16 @@ TEST(CrashHandler, EachSignalPrintsItsTextAndExitsCleanly) {
         testing::ExitedWithCode(0),
         "^[^\n]*Norvane version[^\n]*\nNorvane parachute deployed: Interactive attention.\n"
         "Norvane parachute deployed: Recursive call.\n\\[norvane:core\\] \\(warning\\) Quit called again.\n$");
+    // A clean-up that never returns, as SDL_Quit waiting for the Xlib lock that the signal interrupted.
+    EXPECT_EXIT(
+        {
+            norvane::init(0, true);
+            norvane::backgroundTasks.push_back(new Task([] {
+                for (;;) pause();
+            }));
+            raise(SIGTERM);
+        },
+        testing::ExitedWithCode(0), "Termination request.");
 }
 
 TEST(Lifecycle, InitLogsTheVersionAndQuitFreesTasksOnceAndExitsWithStatusZero) {
