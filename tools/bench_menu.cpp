@@ -138,7 +138,7 @@ int main() {
     const long long main = probe->mainThreadAllocations - mainStart;
     const long long news = probe->mainThreadNews - newStart;
     const long rss = peakRssKiB(pid);
-    // Not SIGTERM: the game's handler shuts SDL down, and hangs if the signal lands inside Xlib.
+    // Its shutdown is not measured.
     kill(pid, SIGKILL);
     waitpid(pid, nullptr, 0);
     unlink(probePath);
