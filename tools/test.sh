@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds with the sanitizers and runs every test under a virtual display.
 # -noreset: by default Xvfb resets when its last client leaves and refuses the next one meanwhile.
-# until-pass:2: LeakSanitizer's exit-time scan now and then crashes while Mesa's threads wind down;
-# a test that fails twice is a real failure.
+# until-pass:2: the end-to-end tests type into a shared virtual display, where a stray pointer or a
+# slow frame now and then costs a keystroke; a test that fails twice is a real failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/install-deps.sh
