@@ -133,7 +133,8 @@ TEST_F(Session, ThroughTheMenusWithTheKeyboard) {
     ASSERT_TRUE(mainMenuShown(untilMainMenu(game, "menu"))) << game.output();
 
     // Settings, single player controls, Left rebound to "a".
-    keys("Down Down Down Return Down Return");
+    keys("Down Down Down Return");
+    keys("Down Return");
     SurfacePtr before = shot(game, "controls");
     keys("Return a");
     SurfacePtr after = shot(game, "controls-rebound");
