@@ -132,6 +132,17 @@ TEST_F(Session, ThroughTheMenusWithTheKeyboard) {
     EXPECT_TRUE(buttonAt(loading, "btnCreditsBack") && !mainMenuShown(loading));
     ASSERT_TRUE(mainMenuShown(untilMainMenu(game, "menu"))) << game.output();
 
+    // Left alone for half a minute, the menu gives way to the highscores with their white header.
+    // (A slow frame counts for at most 100 ms of the game's time, and a screenshot makes one: none
+    // are taken meanwhile.)
+    nap(27);
+    EXPECT_TRUE(mainMenuShown(shot(game, "menu-27s")));
+    nap(6);
+    SurfacePtr page = shot(game, "highscores");
+    EXPECT_FALSE(mainMenuShown(page));
+    EXPECT_GT(count(page, {150, 525, 500, 45}, [](const Rgba& c) { return c.r + c.g + c.b > 700; }), 20);
+    keys("Escape");
+
     // Settings, single player controls, Left rebound to "a".
     keys("Down Down Down Return");
     keys("Down Return");
