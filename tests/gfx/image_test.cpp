@@ -1,28 +1,19 @@
 #include "gfx/simpleimage.h"
 
-#include <GL/gl.h>
-#include <gtest/gtest.h>
-
 #include "gfx/bitmask.h"
 #include "gfx/imagebank.h"
 #include "image_files.h"
-#include "rendercontext.h"
 #include "support/window.h"
 
-using norvane::basic_Rect;
-using norvane::basic_Vector2D;
+using namespace norvane;
 using norvane::gfx::SimpleImage;
 
-namespace {
-
-GLint textureParameter(const SimpleImage* image, GLenum parameter) {
+static GLint textureParameter(const SimpleImage* image, GLenum parameter) {
     glBindTexture(GL_TEXTURE_2D, image->getTextureName());
     GLint value = 0;
     glGetTexParameteriv(GL_TEXTURE_2D, parameter, &value);
     return value;
 }
-
-}  // namespace
 
 TEST_F(WindowTest, TexturesArePaddedToPowersOfTwoAndMasksComeFromTheUnpaddedImage) {
     for (const auto& [w, h, tw, th] : {std::tuple{100, 50, 128, 64}, {64, 64, 64, 64}, {3, 17, 4, 32}}) {
@@ -39,10 +30,8 @@ TEST_F(WindowTest, TexturesArePaddedToPowersOfTwoAndMasksComeFromTheUnpaddedImag
         EXPECT_EQ(image.getInnerBoundingBox().width, 0);
         image.release(true);
     }
-    SurfacePtr surface = makeRgbaSurface(10, 6);
-    for (int y = 1; y < 5; ++y)
-        for (int x = 2; x < 9; ++x) setPixel(surface.get(), x, y, 0, 0, 0, 200);
-    SimpleImage image("i", writePng("masked.png", surface));
+    SimpleImage image("i", writePng("masked.png", surfaceFromPicture({"..........", "..#######.", "..#######.",
+                                                                       "..#######.", "..#######.", ".........."})));
     image.setBitmaskThreshold(0.5f);
     image.refresh(true);
     ASSERT_NE(image.getBitmask(), nullptr);
@@ -77,12 +66,11 @@ TEST_F(WindowTest, FiltersAreCappedByTheBank) {
                   (std::vector<GLint>{GLint(minFilter), GLint(magFilter), levelOneWidth}))
             << name;
     }
-    EXPECT_EQ((std::vector<GLint>{textureParameter(image("linear"), GL_TEXTURE_WRAP_S),
-                                  textureParameter(image("linear"), GL_TEXTURE_WRAP_T),
-                                  textureParameter(image("none"), GL_TEXTURE_WRAP_S)}),
-              (std::vector<GLint>{GL_CLAMP_TO_EDGE, GL_CLAMP_TO_EDGE, GL_REPEAT}));
+    for (const auto& [name, wrap, mode] : {std::tuple{"linear", GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE},
+                                           {"linear", GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE}, {"none", GL_TEXTURE_WRAP_S, GL_REPEAT}})
+        EXPECT_EQ(textureParameter(image(name), wrap), mode) << name;
     // With the cap raised, a refresh only filters the textures that are there.
-    bank.maxFilter = norvane::gfx::FILTER_TRILINEAR;
+    bank.maxFilter = gfx::FILTER_TRILINEAR;
     const unsigned int texture = image("trilinear")->getTextureName();
     bank.refresh(nullptr);
     EXPECT_EQ((std::vector<GLint>{GLint(image("trilinear")->getTextureName()), textureParameter(image("trilinear"), GL_TEXTURE_MIN_FILTER),
@@ -91,8 +79,8 @@ TEST_F(WindowTest, FiltersAreCappedByTheBank) {
     bank.release();
     bank.release();  // twice does nothing
     EXPECT_EQ(image("none")->getTextureName() + image("none")->getWidth(), 16u);
-    image("none")->setFilter(norvane::gfx::FILTER_NONE);  // no texture: nothing to filter or draw
-    image("none")->draw(basic_Vector2D<float>{0.0f, 0.0f}, norvane::BLEND_ALPHA);
+    image("none")->setFilter(gfx::FILTER_NONE);  // no texture: nothing to filter or draw
+    image("none")->draw(basic_Vector2D<float>{0.0f, 0.0f}, BLEND_ALPHA);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
@@ -109,9 +97,8 @@ TEST_F(WindowTest, BrokenOrHugeImageFilesThrowAndLeaveNoTexture) {
         }
         return writeFile("huge" + std::to_string(width) + ".png", png);
     };
-    const std::pair<std::string, std::string> files[] = {
-        {scratchPath("missing.png"), ""}, {writeFile("truncated.png", good.substr(0, good.size() / 2)), ""},
-        {writeFile("corrupt.png", corrupt), ""}, {writeFile("text.png", "Not an image.\n"), ""},
+    const std::pair<std::string, std::string> files[] = {{scratchPath("missing.png"), ""}, {writeFile("text.png", "Not an image.\n"), ""},
+        {writeFile("truncated.png", good.substr(0, good.size() / 2)), ""}, {writeFile("corrupt.png", corrupt), ""},
         {writeFile("empty.png", ""), ""}, {declaring(100000, 4), "100000x4 pixels exceed the largest texture."},
         {declaring(4, 8193), "4x8193 pixels exceed the largest texture."}};
     for (const auto& [file, why] : files) {
@@ -127,8 +114,8 @@ TEST_F(WindowTest, BrokenOrHugeImageFilesThrowAndLeaveNoTexture) {
 TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     SimpleImage square("square", writePng("square.png", quarteredSurface(16, 16)));  // not padded
     SimpleImage padded("padded", writePng("padded.png", quarteredSurface(12, 10)));  // 16 x 16 texture
-    const Rgba K{0, 0, 0, 0}, R{255, 0, 0, 0}, G{0, 255, 0, 0}, B{0, 0, 255, 0}, W{255, 255, 255, 0},
-        Y{255, 255, 0, 0}, C{0, 255, 255, 0}, M{255, 0, 255, 0}, D{64, 64, 64, 0};
+    const Rgba K{0, 0, 0, 0}, R{255, 0, 0, 0}, G{0, 255, 0, 0}, B{0, 0, 255, 0}, W{255, 255, 255, 0}, Y{255, 255, 0, 0},
+               C{0, 255, 255, 0}, M{255, 0, 255, 0}, D{64, 64, 64, 0};
     // 24-bit RGB, which SDL_image delivers with the bytes in R, G, B order, 5 x 3 and so padded.
     const Rgba rgbRows[3][5] = {{R, G, B, W, K}, {Y, C, M, K, W}, {D, D, D, D, D}};
     std::string ppm = "P6\n5 3\n255\n";
@@ -146,19 +133,19 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     SimpleImage converted("bgr", bmp);
     for (SimpleImage* image : {&square, &padded, &rgb, &converted}) {
         image->refresh(true);
-        image->setFilter(norvane::gfx::FILTER_NONE);  // exact pixels
+        image->setFilter(gfx::FILTER_NONE);  // exact pixels
     }
-    begin2D(norvane::Color(0.5f, 0.5f, 0.5f), true, norvane::BLEND_ADDITIVE);
-    square.draw(basic_Vector2D<float>{100.0f, 500.0f}, norvane::BLEND_DEFAULT);  // keeps the context's additive
-    square.draw(basic_Vector2D<float>{200.0f, 500.0f}, norvane::BLEND_ALPHA);
-    square.setHotspot(basic_Vector2D<float>{4.0f, -8.0f});
-    square.draw(basic_Vector2D<float>{400.0f, 520.0f}, norvane::BLEND_ALPHA);
-    square.drawStretched(basic_Rect<float>{100.0f, 300.0f, 64.0f, 32.0f}, norvane::BLEND_ALPHA);
-    square.draw(basic_Rect<float>{300.0f, 300.0f, 40.0f, 20.0f}, norvane::BLEND_ALPHA);
-    padded.draw(basic_Rect<float>{500.0f, 300.0f, 30.0f, 15.0f}, norvane::BLEND_ALPHA);
-    padded.drawStretched(basic_Rect<float>{600.0f, 100.0f, 120.0f, 100.0f}, norvane::BLEND_ADDITIVE);
-    rgb.drawStretched(basic_Rect<float>{100.0f, 100.0f, 50.0f, 30.0f}, norvane::BLEND_ALPHA);
-    converted.drawStretched(basic_Rect<float>{200.0f, 100.0f, 20.0f, 20.0f}, norvane::BLEND_ALPHA);
+    begin2D(Color(0.5f, 0.5f, 0.5f), true, BLEND_ADDITIVE);
+    square.draw(basic_Vector2D<float>{100, 500}, BLEND_DEFAULT);  // keeps the context's additive
+    square.draw(basic_Vector2D<float>{200, 500}, BLEND_ALPHA);
+    square.setHotspot(basic_Vector2D<float>{4, -8});
+    square.draw(basic_Vector2D<float>{400, 520}, BLEND_ALPHA);
+    square.drawStretched(basic_Rect<float>{100, 300, 64, 32}, BLEND_ALPHA);
+    square.draw(basic_Rect<float>{300, 300, 40, 20}, BLEND_ALPHA);
+    padded.draw(basic_Rect<float>{500, 300, 30, 15}, BLEND_ALPHA);
+    padded.drawStretched(basic_Rect<float>{600, 100, 120, 100}, BLEND_ADDITIVE);
+    rgb.drawStretched(basic_Rect<float>{100, 100, 50, 30}, BLEND_ALPHA);
+    converted.drawStretched(basic_Rect<float>{200, 100, 20, 20}, BLEND_ALPHA);
     ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     SurfacePtr shot = screenshot("scene.png");
     ASSERT_TRUE(shot);
@@ -167,28 +154,24 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
         EXPECT_TRUE(near(got, want.r, want.g, want.b, 255, 3)) << "at " << x << "," << y << ": " << got;
     };
     // The quarters red, white, blue and half-transparent green, alpha-blended and added onto gray.
-    const Rgba gray{128, 128, 128, 0}, greenA{64, 192, 64, 0};
-    const Rgba redAdd{255, 128, 128, 0}, blueAdd{128, 128, 255, 0}, greenAdd{128, 255, 128, 0};
+    const Rgba gray{128, 128, 128, 0}, greenA{64, 192, 64, 0}, redAdd{255, 128, 128, 0}, blueAdd{128, 128, 255, 0},
+               greenAdd{128, 255, 128, 0};
     // Four quarters of a w x h picture with its lower-left corner at (x, y), and nothing around it.
     for (const auto& [x, y, w, h, tl, tr, bl, br] :
          {std::tuple{100, 500, 16, 16, redAdd, W, blueAdd, greenAdd}, {200, 500, 16, 16, R, W, B, greenA},
           {396, 512, 16, 16, R, W, B, greenA} /* hotspot (4, -8) at (400, 520) */, {100, 300, 64, 32, R, W, B, greenA},
           {600, 100, 120, 100, redAdd, W, blueAdd, greenAdd} /* padding never shows */, {200, 100, 20, 20, R, G, B, W}}) {
-        for (const auto& [px, py, want] : {std::tuple{x, y + h - 1, tl}, {x + w - 1, y + h - 1, tr}, {x, y, bl},
-                                           {x + w - 1, y, br}, {x - 1, y, gray}, {x + w, y, gray}, {x, y - 1, gray},
-                                           {x, y + h, gray}}) {
+        for (const auto& [px, py, want] : {std::tuple{x, y + h - 1, tl}, {x + w - 1, y + h - 1, tr}, {x, y, bl}, {x + w - 1, y, br},
+                                           {x - 1, y, gray}, {x + w, y, gray}, {x, y - 1, gray}, {x, y + h, gray}})
             expectAt(px, py, want);
-        }
     }
     // Tiled from the upper-left corner (300, 320) through a repeating texture: 16-unit tiles, the
     // last column cut to 8 and the last row to 4, both showing the tile's upper-left part; then
     // quad by quad from a padded texture: 12 x 10 tiles, cut to 6 and to 5.
-    for (const auto& [x, y, want] : {std::tuple{334, 316, R}, {326, 316, W}, {339, 316, R}, {340, 316, gray},
-                                     {310, 308, greenA}, {302, 302, R}, {310, 302, W}, {302, 299, gray}, {526, 312, R},
-                                     {520, 312, W}, {529, 312, R}, {530, 312, gray}, {508, 307, greenA}, {526, 307, B},
-                                     {529, 302, R}, {502, 299, gray}, {502, 315, gray}}) {
+    for (const auto& [x, y, want] : {std::tuple{334, 316, R}, {326, 316, W}, {339, 316, R}, {340, 316, gray}, {310, 308, greenA},
+                                     {302, 302, R}, {310, 302, W}, {302, 299, gray}, {526, 312, R}, {520, 312, W}, {529, 312, R},
+                                     {530, 312, gray}, {508, 307, greenA}, {526, 307, B}, {529, 302, R}, {502, 299, gray}, {502, 315, gray}})
         expectAt(x, y, want);
-    }
     // Each RGB pixel stretched to 10 x 10.
     for (int row = 0; row < 3; ++row)
         for (int column = 0; column < 5; ++column) expectAt(105 + 10 * column, 125 - 10 * row, rgbRows[row][column]);

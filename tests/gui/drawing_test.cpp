@@ -1,17 +1,5 @@
-#include <GL/gl.h>
-#include <SDL/SDL.h>
-#include <gtest/gtest.h>
-
-#include "controls/queue.h"
 #include "gfx/imagebank.h"
-#include "gui/containers.h"
-#include "gui/lists.h"
 #include "gui/probe.h"
-#include "gui/slider.h"
-#include "gui/standard.h"
-#include "gui/text.h"
-#include "rendercontext.h"
-#include "screenshot.h"
 #include "sprites/sprites.h"
 #include "support/manager.h"
 #include "support/window.h"
@@ -30,8 +18,7 @@ void writeImage(const std::string& name, int size, Uint32 rgba) {
 }
 
 // A 10 x 10 half-red square above and right of its position, added to what lies below it.
-class AddingCursor : public sprites::Sprite {
-public:
+struct AddingCursor : sprites::Sprite {
     AddingCursor() : Sprite({250, 530}, true) { blendMode = BLEND_ADDITIVE; }
     void drawSelf() override {
         glDisable(GL_TEXTURE_2D);
@@ -42,27 +29,23 @@ public:
 
 // One flat box colour per state, a bevel on the resting ones: unchecked (and plain) widgets in
 // greys and primaries, checked boxes in darker mixes.
-const char* const STYLES =
-    "<PlainRectStyle name=\"rUp\" color=\"404040FF\" border=\"2\" colorBorder1=\"FFFFFFFF\" colorBorder2=\"000000FF\"/>"
-    "<PlainRectStyle name=\"rDown\" color=\"800000FF\"/>"
-    "<PlainRectStyle name=\"rUpHot\" color=\"008000FF\"/>"
-    "<PlainRectStyle name=\"rDownHot\" color=\"000080FF\"/>"
-    "<PlainRectStyle name=\"rOnUp\" color=\"606000FF\"/>"
-    "<PlainRectStyle name=\"rOnUpHot\" color=\"006060FF\"/>"
-    "<PlainRectStyle name=\"rOnDownHot\" color=\"600060FF\"/>"
-    "<PlainRectStyle name=\"rBar\" color=\"303030FF\"/>"
-    "<TexturedRectStyle name=\"frame\" color=\"FFFFFFFF\" stretch=\"stretch\" center=\"center\""
-    "  upperLeft=\"edge\" upper=\"edge\" upperRight=\"edge\" left=\"edge\" right=\"edge\""
-    "  lowerLeft=\"edge\" lower=\"edge\" lowerRight=\"edge\"/>"
-    "<SimpleFontStyle name=\"fText\" family=\"blocks\" size=\"8\" horizontal=\"left\"/>"
-    "<LabelStyle name=\"lUp\" rect=\"rUp\" font=\"fText\"/><LabelStyle name=\"lDown\" rect=\"rDown\"/>"
-    "<LabelStyle name=\"lUpHot\" rect=\"rUpHot\" font=\"fText\"/><LabelStyle name=\"lDownHot\" rect=\"rDownHot\"/>"
-    "<LabelStyle name=\"lOnUp\" rect=\"rOnUp\"/><LabelStyle name=\"lOnUpHot\" rect=\"rOnUpHot\"/>"
-    "<LabelStyle name=\"lOnDownHot\" rect=\"rOnDownHot\"/>"
-    "<ButtonStyle name=\"bs\" up=\"lUp\" down=\"lDown\" upHot=\"lUpHot\" downHot=\"lDownHot\"/>"
-    "<ButtonStyle name=\"bsOn\" up=\"lOnUp\" upHot=\"lOnUpHot\" downHot=\"lOnDownHot\"/>"
-    "<CheckboxStyle name=\"cs\" checked=\"bsOn\" unchecked=\"bs\"/>"
-    "<DropdownListStyle name=\"ds\" up=\"lUp\" upHot=\"lUpHot\" downHot=\"lDownHot\" image=\"marker\"/>";
+std::string styles() {
+    std::string s;
+    for (const auto& [name, colour] : {std::pair{"Down", "800000"}, {"UpHot", "008000"}, {"DownHot", "000080"},
+                                       {"OnUp", "606000"}, {"OnUpHot", "006060"}, {"OnDownHot", "600060"}, {"Bar", "303030"}}) {
+        s += std::string("<PlainRectStyle name=\"r") + name + "\" color=\"" + colour + "FF\"/>";
+        if (std::string(name) != "UpHot" && std::string(name) != "Bar") s += std::string("<LabelStyle name=\"l") + name + "\" rect=\"r" + name + "\"/>";
+    }
+    return s + "<PlainRectStyle name=\"rUp\" color=\"404040FF\" border=\"2\" colorBorder1=\"FFFFFFFF\" colorBorder2=\"000000FF\"/>"
+               "<TexturedRectStyle name=\"frame\" color=\"FFFFFFFF\" stretch=\"stretch\" center=\"center\" upperLeft=\"edge\""
+               " upper=\"edge\" upperRight=\"edge\" left=\"edge\" right=\"edge\" lowerLeft=\"edge\" lower=\"edge\" lowerRight=\"edge\"/>"
+               "<SimpleFontStyle name=\"fText\" family=\"blocks\" size=\"8\" horizontal=\"left\"/>"
+               "<LabelStyle name=\"lUp\" rect=\"rUp\" font=\"fText\"/><LabelStyle name=\"lUpHot\" rect=\"rUpHot\" font=\"fText\"/>"
+               "<ButtonStyle name=\"bs\" up=\"lUp\" down=\"lDown\" upHot=\"lUpHot\" downHot=\"lDownHot\"/>"
+               "<ButtonStyle name=\"bsOn\" up=\"lOnUp\" upHot=\"lOnUpHot\" downHot=\"lOnDownHot\"/>"
+               "<CheckboxStyle name=\"cs\" checked=\"bsOn\" unchecked=\"bs\"/>"
+               "<DropdownListStyle name=\"ds\" up=\"lUp\" upHot=\"lUpHot\" downHot=\"lDownHot\" image=\"marker\"/>";
+}
 
 // A 120 x 30 widget in column c (resting, pressed, hot, pressed and hot) and row r from the top.
 std::string cell(const std::string& type, const std::string& name, int c, int r, const std::string& more) {
@@ -72,18 +55,13 @@ std::string cell(const std::string& type, const std::string& name, int c, int r,
 
 std::string widgets() {
     std::string w = "<Pane name=\"pane\" x=\"20\" y=\"20\" width=\"760\" height=\"560\" style=\"frame\">" +
-                    cell("Button", "b", 0, 0, "style=\"bs\" caption=\"AB\"") +
-                    cell("Button", "b", 1, 0, "style=\"bs\" repeat=\"true\"") +
-                    "<DropdownList name=\"d0\" x=\"20\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\">"
-                    "<Item caption=\"A\"/></DropdownList>" +
-                    cell("Textfield", "t", 0, 5, "style=\"lUp\" caption=\"C\"") +
+                    cell("Button", "b", 0, 0, "style=\"bs\" caption=\"AB\"") + cell("Button", "b", 1, 0, "style=\"bs\" repeat=\"true\"") +
+                    "<DropdownList name=\"d0\" x=\"20\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\"><Item caption=\"A\"/>"
+                    "</DropdownList>" + cell("Textfield", "t", 0, 5, "style=\"lUp\" caption=\"C\"") +
                     cell("Textfield", "t", 2, 5, "style=\"lUpHot\" caption=\"C\"") +
                     cell("Label", "label", 0, 6, "style=\"lLeft\" image=\"marker\" caption=\"AB\"") +
-                    cell("Label", "fontless", 3, 6, "style=\"lCentred\" image=\"marker\"") +
-                    cell("InputCaptor", "captor", 2, 6, "");
-    for (int c : {2, 3}) {
-        w += cell("Button", "b", c, 0, "style=\"bs\"") + cell("DropdownList", "d", c, 3, "style=\"ds\"");
-    }
+                    cell("Label", "fontless", 3, 6, "style=\"lCentred\" image=\"marker\"") + cell("InputCaptor", "captor", 2, 6, "");
+    for (int c : {2, 3}) w += cell("Button", "b", c, 0, "style=\"bs\"") + cell("DropdownList", "d", c, 3, "style=\"ds\"");
     for (int c : {0, 2, 3}) w += cell("Checkbox", "c", c, 1, "style=\"cs\"") + cell("Checkbox", "k", c, 2, "style=\"cs\" checked=\"true\"");
     return w + "<Slider_int name=\"s0\" x=\"20\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
                " buttonStyle=\"bs\" buttonsBefore=\"dec\" buttonsAfter=\"inc\" min=\"0\" max=\"10\" value=\"0\"/>"
@@ -106,25 +84,20 @@ protected:
         writeImage("marker.png", 8, 0xFFFF00FF);
         // A font whose glyphs A, B, C, _ and 0 are solid 6 x 8 blocks, one unit apart.
         writeImage("font/glyphs.png", 48, 0xFFFFFFFF);
-        writeFile("font/bitmapfont.xml",
-                  "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
-                  "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
-                  "<char char=\"C\"/><char char=\"_\"/><char char=\"0\"/></line></image></bitmapfont>");
-        manager.load(writeFile("resources.xml",
-                               std::string("<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>"
-                                           "<images name=\"guiImages\"><image name=\"edge\" filename=\"edge.png\"/>"
-                                           "<image name=\"center\" filename=\"center.png\"/>"
-                                           "<image name=\"marker\" filename=\"marker.png\"/></images>"
-                                           "<gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
-                                           " width=\"800\" height=\"600\" visible=\"true\">") +
-                                   STYLES + widgets() + "</gui></resources>"),
-                     "");
+        writeFile("font/bitmapfont.xml", "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
+                                         "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
+                                         "<char char=\"C\"/><char char=\"_\"/><char char=\"0\"/></line></image></bitmapfont>");
+        std::string images = "<images name=\"guiImages\">";
+        for (const char* name : {"edge", "center", "marker"}) images += std::string("<image name=\"") + name + "\" filename=\"" + name + ".png\"/>";
+        manager.load(writeFile("resources.xml", "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>" + images +
+                                                    "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
+                                                    " width=\"800\" height=\"600\" visible=\"true\">" + styles() + widgets() +
+                                                    "</gui></resources>"), "");
         manager.get<gfx::ImageBank>("guiImages")->refresh(nullptr);
         gui = manager.get<GUI>("gui");
         ASSERT_NE(gui, nullptr);
         gui->setActive(true);
     }
-
     // Draws `c` alone where the whole GUI would draw it, after giving it the focus: only one
     // widget can be hot at a time.
     void drawHot(Component* c, bool pressed) {
@@ -191,9 +164,8 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         {centre("d0").first - 10, centre("d0").second, 0x404040}, {centre("d3").first - 10, centre("d3").second, 0x000080},
         {190, 290, 0x303030}, {70, 290, 0x404040}, {63, 290, 0xFFFFFF}, {630, 290, 0x008000}, {690, 230, 0x303030},
         {43, 535, 0xFFFFFF}, {46, 535, 0x404040}, {50, 535, 0xFFFFFF}, {43, 528, 0x404040}, {363, 235, 0xFFFFFF},
-        {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF},
-        {16, 300, 0x0000FF}, {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010},
-        {130, 100, 0x404040}, {150, 100, 0x102010}};
+        {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF}, {16, 300, 0x0000FF},
+        {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010}, {130, 100, 0x404040}, {150, 100, 0x102010}};
     for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
     // Input through SDL's own queue, after what the window system had queued: a hover and a click
     // on b0, then Return, confirm it twice.
