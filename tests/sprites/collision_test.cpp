@@ -1,10 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <memory>
-#include <utility>
-#include <vector>
-
 #include "gfx/bitmask.h"
 #include "sprites/sprites.h"
 #include "support/surfaces.h"
@@ -24,13 +19,10 @@ public:
         collidable = true;
     }
     void drawSelf() override {}
-    Bitmask* getBitmask() const override {
-        ++maskQueries;
-        return mask;
-    }
+    Bitmask* getBitmask() const override { return ++maskQueries, mask; }
     void onCollision(Sprite* other) override {
         calls->push_back({this, other});
-        if (spentOnHit) collidable = false;
+        collidable = collidable && !spentOnHit;
     }
     void setMask(Bitmask* m) {
         mask = m;
@@ -76,15 +68,11 @@ float uniform(float low, float high) { return low + (high - low) * static_cast<f
 TEST(SpriteCollision, BoxesTouchOnlyAtTheLeftOrTopEdgeAndMasksDecideAfterThem) {
     Calls calls;
     Probe a(100, 100, &calls), b(0, 0, &calls);
-    const struct {
-        float x, y;
-        bool overlap;
-    } cases[] = {{90, 100, true}, {110, 100, false}, {100, 110, true}, {100, 90, false},
-                 // offsets are rounded by adding 0.5 and truncating toward zero: -10.5 becomes -10
-                 {109.4f, 100, true}, {109.6f, 100, false}, {89, 100, true}, {88.4f, 100, false}};
-    for (const auto& c : cases) {
-        b.position = {c.x, c.y};
-        EXPECT_EQ(a.checkCollisionOuterBoundingBox(&b), c.overlap) << c.x << ", " << c.y;
+    // Offsets are rounded by adding 0.5 and truncating toward zero: -10.5 becomes -10.
+    for (const auto& [x, y, overlap] : {std::tuple{90.0f, 100.0f, true}, {110, 100, false}, {100, 110, true}, {100, 90, false},
+                                        {109.4f, 100, true}, {109.6f, 100, false}, {89, 100, true}, {88.4f, 100, false}}) {
+        b.position = {x, y};
+        EXPECT_EQ(a.checkCollisionOuterBoundingBox(&b), overlap) << x << ", " << y;
     }
     Bitmask ring(surfaceFromPicture({"####", "#..#", "#..#", "####"}).get(), 0.5f, false);
     Bitmask dot(surfaceFromPicture({"#"}).get(), 0.5f, false);
@@ -129,20 +117,18 @@ TEST(SpriteCollision, EnginesFindExactlyThePairsOfNestedLoops) {
         }
         std::vector<bool> flags;
         for (const auto& p : probes) flags.push_back(p->collidable);
-        auto restore = [&] {
-            for (size_t i = 0; i < probes.size(); ++i) probes[i]->collidable = flags[i];
-        };
         for (SpriteEngine* other : {&rocks, &lasers, &ships, static_cast<SpriteEngine*>(nullptr)}) {
             SpriteEngine& engine = other ? ships : rocks;
-            calls.clear();
-            other ? engine.testCollisions(other) : engine.testCollisions();
-            const Calls found = calls;
-            restore();
-            calls.clear();
-            nestedLoops(engine, other);
-            restore();
-            EXPECT_EQ(found, calls) << "seed " << seed;
-            EXPECT_TRUE(other || found.size() > 20u) << "the scene should be busy enough to mean something";
+            Calls found[2];
+            for (Calls& pass : found) {
+                calls.clear();
+                if (&pass == found) other ? engine.testCollisions(other) : engine.testCollisions();
+                else nestedLoops(engine, other);
+                pass = calls;
+                for (size_t i = 0; i < probes.size(); ++i) probes[i]->collidable = flags[i];
+            }
+            EXPECT_EQ(found[0], found[1]) << "seed " << seed;
+            EXPECT_TRUE(other || found[0].size() > 20u) << "the scene should be busy enough to mean something";
         }
     }
 }
@@ -159,11 +145,6 @@ TEST(SpriteEngine, MovesSpritesBetweenEnginesAndForgetsDestroyedOnes) {
     first.remove(&c);     // not one of the first engine's: nothing happens
     EXPECT_TRUE(first.sprites == std::vector<Sprite*>{a.get()} && second.sprites == (std::vector<Sprite*>{&b, &c}));
     a.reset();
-    EXPECT_EQ(first.size(), 0);
-    {
-        SpriteEngine doomed;
-        doomed.addBack(&c);
-    }
-    EXPECT_EQ(c.engine, nullptr);  // the engine's end leaves its sprites alive and unattached
-    EXPECT_EQ(second.sprites, (std::vector<Sprite*>{&b}));
+    std::make_unique<SpriteEngine>()->addBack(&c);  // the engine's end leaves its sprites alive and unattached
+    EXPECT_TRUE(first.size() == 0 && c.engine == nullptr && second.sprites == std::vector<Sprite*>{&b});
 }
