@@ -27,16 +27,12 @@ protected:
 }  // namespace
 
 TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents) {
-    Probe* label = add(gui, "label", {}, false);
-    Probe* a = add(gui, "a");
-    Probe* b = add(gui, "b", {}, true, 3, 4);
-    Probe* c = add(gui, "c");
+    Probe *label = add(gui, "label", {}, false), *a = add(gui, "a"), *b = add(gui, "b", {}, true, 3, 4), *c = add(gui, "c");
     // The label counts although it takes no part in the grid.
     EXPECT_EQ((std::vector<int>{label->gridY, a->gridY, b->gridX, b->gridY, c->gridX, c->gridY}),
               (std::vector<int>{0, 1, 3, 4, 0, 3}));
     Component* box = pane(gui, {10, 10, 50, 50});
-    Probe* under = add(*box, "c", {0, 0, 20, 20});
-    Probe* over = add(*box, "over", {0, 0, 20, 20});
+    Probe *under = add(*box, "c", {0, 0, 20, 20}), *over = add(*box, "over", {0, 0, 20, 20});
     EXPECT_EQ((Children{gui["c"], (*box)["c"], gui["nobody"]}), (Children{c, under, nullptr}));  // direct children first
     over->bringToFront();
     gui.setDimensions({0, 0, 100, 100});
@@ -64,8 +60,7 @@ TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents
 
 TEST_F(Tree, FocusFlagsFollowTheChainAndLeavingTheTreeGivesTheFocusBack) {
     Component* box = pane(gui);
-    Probe* a = add(*box, "a");
-    Probe* b = add(gui, "b");
+    Probe *a = add(*box, "a"), *b = add(gui, "b");
     a->setFocused(true);
     EXPECT_TRUE(a->isFocused() && box->isFocused() && gui.isFocused());
     b->setFocused(true);
@@ -78,8 +73,7 @@ TEST_F(Tree, FocusFlagsFollowTheChainAndLeavingTheTreeGivesTheFocusBack) {
     a->setFocused(true);
     a->captureMouse(true);
     delete box;  // a focused, capturing component must not leave a dangling pointer behind
-    EXPECT_EQ(gui.getFocused(), &gui);
-    EXPECT_EQ(gui.getMouseCaptured(), nullptr);
+    EXPECT_TRUE(gui.getFocused() == &gui && !gui.getMouseCaptured());
 }
 
 TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
@@ -112,8 +106,7 @@ TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
     Probe* label = add(*box, "label", {}, false);
     add(*box, "first");
     Probe* slider = add(*box, "slider");
-    add(*slider, "dec");
-    add(*slider, "inc");
+    for (const char* name : {"dec", "inc"}) add(*slider, name);
     add(*box, "last");
     (*box)["first"]->setFocused(true);
     EXPECT_EQ(press({SDLK_TAB, SDLK_TAB, SDLK_TAB, SDLK_TAB, SDLK_TAB, SDLK_TAB}),
@@ -126,10 +119,8 @@ TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
 }
 
 TEST_F(Tree, NeighboursOfSpanningCellsAndEmptyCells) {
-    Probe* wide = add(gui, "wide", {}, true, 0, 0, 2);
-    Probe* left = add(gui, "left", {}, true, 0, 1);
-    Probe* right = add(gui, "right", {}, true, 1, 1);
-    Probe* tall = add(gui, "tall", {}, true, 2, 0);
+    Probe *wide = add(gui, "wide", {}, true, 0, 0, 2), *left = add(gui, "left", {}, true, 0, 1);
+    Probe *right = add(gui, "right", {}, true, 1, 1), *tall = add(gui, "tall", {}, true, 2, 0);
     tall->gridHeight = 2;
     gui.recalcNeighbours();
     // From its top-left cell, (1, 0) is the wide one itself; the tall one spans the whole column.
@@ -140,8 +131,7 @@ TEST_F(Tree, NeighboursOfSpanningCellsAndEmptyCells) {
 
 TEST_F(Tree, PerformRunsChildrenLastToFirstAndStopsAtDisabledComponents) {
     Probe* box = add(gui, "box", {}, false);
-    add(*box, "a");
-    add(*box, "b");
+    for (const char* name : {"a", "b"}) add(*box, name);
     Probe* c = add(gui, "c");
     gui.perform(&q, 16.0f);
     box->setEnabled(false);

@@ -1,16 +1,8 @@
 #ifndef TESTS_GUI_LOADED_H
 #define TESTS_GUI_LOADED_H
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "controls/inputevaluator.h"
 #include "gui/probe.h"
-#include "gui/root.h"
-#include "screen.h"
-#include "support/events.h"
 #include "support/files.h"
 #include "support/manager.h"
 
@@ -22,10 +14,9 @@ class LoadedGui : public ::testing::Test {
 protected:
     norvane::gui::GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {
         std::string triggers;
-        for (int code = 1; code <= 9; ++code) {
+        for (int code = 1; code <= 9; ++code)
             triggers += "<trigger code=\"" + std::to_string(code) + "\" name=\"t" + std::to_string(code) + "\" data=\"" +
                         std::to_string(100 + code) + "\"/>";
-        }
         const std::string path = writeFile("gui.xml", "<resources><inputEvaluator name=\"menu\">" + triggers +
                                                           "</inputEvaluator><gui name=\"gui\" width=\"640\" height=\"480\""
                                                           " visible=\"true\"" + guiAttributes + ">" + guiContent +
@@ -36,8 +27,7 @@ protected:
         gui->setActive(true);
         gui->setCallback(&callback);
         norvane::vpScreen = {0, 0, 640, 480};
-        q.push(&behind);
-        q.push(gui);
+        q.push(&behind), q.push(gui);
         return gui;
     }
     // Codes of the triggers fired since the last call; data is checked on the way.

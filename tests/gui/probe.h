@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "gui/core.h"
 #include "gui/root.h"
 #include "screen.h"
@@ -20,8 +17,7 @@ public:
     using Queue = norvane::ControlQueue;
 
     Probe(Journal& journal, const std::string& probeName, bool isFocusable) : journal(journal) {
-        name = probeName;
-        focusable = isFocusable;
+        name = probeName, focusable = isFocusable;
     }
     void enter(Queue*, const Point& p) override { note("enter", p); }
     void leave(Queue*, const Point& p) override { note("leave", p); }
@@ -43,9 +39,7 @@ public:
     void performSelf(Queue*, float) override { note("perform"); }
 
 private:
-    void note(const std::string& what, const Point& p) {
-        note(what + " " + std::to_string(int(p.x)) + "," + std::to_string(int(p.y)));
-    }
+    void note(const std::string& what, const Point& p) { note(what + " " + std::to_string(int(p.x)) + "," + std::to_string(int(p.y))); }
     void note(const std::string& what) { journal.push_back(name + " " + what); }
     Journal& journal;
 };
@@ -54,8 +48,7 @@ private:
 struct Callback : norvane::gui::GUICallback {
     void onMove() override { ++moves; }
     void onConfirm() override { ++confirms; }
-    int moves = 0;
-    int confirms = 0;
+    int moves = 0, confirms = 0;
 };
 
 // A visible, active 640 x 480 GUI with a callback, in front of an evaluator that takes whatever
@@ -77,9 +70,7 @@ protected:
                bool focusable = true, int x = -1, int y = -1, int w = 1) {
         auto* p = new Probe(journal, name, focusable);
         p->setDimensions(rect);
-        p->gridX = x;
-        p->gridY = y;
-        p->gridWidth = w;
+        p->gridX = x, p->gridY = y, p->gridWidth = w;
         parent += p;
         return p;
     }
