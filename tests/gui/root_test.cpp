@@ -1,7 +1,5 @@
 #include "gui/root.h"
 
-#include <gtest/gtest.h>
-
 #include "gui/probe.h"
 #include "support/cursor.h"
 
@@ -15,16 +13,14 @@ class Routing : public GuiTest {
 protected:
     void SetUp() override {
         box = pane(gui, {100, 100, 200, 200});
-        a = add(*box, "a", {10, 10, 50, 20});
-        b = add(*box, "b", {10, 50, 50, 20});
+        a = add(*box, "a", {10, 10, 50, 20}), b = add(*box, "b", {10, 50, 50, 20});
         box->recalcNeighbours();
     }
     // Motion to (x, y) of the GUI, y upward.
     void moveTo(int x, int y) { q << mouseMotionEvent(Uint16(x), Uint16(480 - y)); }
 
     Component* box;
-    Probe* a;
-    Probe* b;
+    Probe *a, *b;
 };
 
 }  // namespace
@@ -37,15 +33,13 @@ TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     gui.setActive(true);
     q << keyEvent(SDLK_DOWN, true);  // used
     EXPECT_EQ(gui.getFocused(), b);
-    q << keyEvent(SDLK_p, true, 'p');   // the focused component does not want it
-    q << keyEvent(SDLK_p, false, 'p');  // the default keyUp handles nothing
-    q << SDL_Event{SDL_VIDEOEXPOSE};
+    // The focused component does not want p, the default keyUp handles nothing.
+    for (SDL_Event e : {keyEvent(SDLK_p, true, 'p'), keyEvent(SDLK_p, false, 'p'), SDL_Event{SDL_VIDEOEXPOSE}}) q << e;
     EXPECT_EQ(behind.seen, (std::vector<int>{SDL_KEYDOWN, SDL_KEYDOWN, SDL_KEYUP, SDL_VIDEOEXPOSE}));
     EXPECT_EQ(journal, (Journal{"a key 274", "b key 112"}));
     // Axes pass only changes of the quantised value; the unchanged ones and those of an axis that
     // does not navigate go on to the next evaluator.
-    journal.clear();
-    behind.seen.clear();
+    journal.clear(), behind.seen.clear();
     for (Sint16 value : {0, 12000, 17000, 30000, 5000, -20000}) q << joyAxisEvent(0, 3, value);
     for (Sint16 value : {20000, 32000}) q << joyAxisEvent(0, 1, value);  // held down: one move
     EXPECT_EQ(gui.getFocused(), a);
@@ -54,15 +48,13 @@ TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     q << joyButtonEvent(1, 4);
     EXPECT_EQ(journal, (Journal{"b axis 3,1", "b axis 3,0", "b axis 3,-1", "b axis 1,1", "a axis 1,0", "a axis 1,1",
                                 "b joybutton 1,4"}));
-    EXPECT_EQ(behind.seen.size(), 7u);
-    EXPECT_EQ(callback.moves, 3);
+    EXPECT_TRUE(behind.seen.size() == 7u && callback.moves == 3);
 }
 
 TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsComponent) {
     int cursorsDeleted = 0;
     auto* cursor = new NullCursor(&cursorsDeleted);
-    gui.setMouseCursor(cursor);
-    gui.setMouseCursor(cursor);  // the same one again: kept
+    for (int i = 0; i < 2; ++i) gui.setMouseCursor(cursor);  // the same one again: kept
     EXPECT_EQ(cursorsDeleted, 0);
     q << mouseMotionEvent(700, 10);
     EXPECT_EQ((std::vector<float>{cursor->position.x, cursor->position.y}), (std::vector<float>{639, 470}));
@@ -71,8 +63,7 @@ TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsCom
     EXPECT_EQ(gui.getFocused(), a);
     moveTo(120, 118);
     moveTo(200, 200);  // over the pane itself: hover focuses it
-    EXPECT_EQ(gui.getFocused(), box);
-    EXPECT_EQ(callback.moves, 0);
+    EXPECT_TRUE(gui.getFocused() == box && callback.moves == 0);
     // Enter and leave get GUI coordinates, moves are made relative.
     EXPECT_EQ(journal, (Journal{"a enter 115,115", "a move 10,8", "a leave 200,200"}));
     journal.clear();
@@ -102,6 +93,5 @@ TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsCom
     gui.setMouseCursor(nullptr);  // without a cursor sprite motion does nothing
     gui.setVisible(true);
     moveTo(115, 115);
-    EXPECT_EQ(gui.getFocused(), b);
-    EXPECT_EQ(cursorsDeleted, 2);
+    EXPECT_TRUE(gui.getFocused() == b && cursorsDeleted == 2);
 }

@@ -1,7 +1,5 @@
 #include "gui/slider.h"
 
-#include <gtest/gtest.h>
-
 #include "gui/loaded.h"
 
 using namespace norvane;
@@ -12,16 +10,13 @@ namespace {
 class Sliders : public LoadedGui {
 protected:
     void SetUp() override {
-        ASSERT_NE(load("<Slider_int name=\"volume\" x=\"100\" y=\"100\" width=\"200\" height=\"20\""
-                       "            min=\"0\" max=\"10\" value=\"10\" stepLarge=\"3\" trigger=\"menu.t1\""
-                       "            buttonsBefore=\"both\" buttonsAfter=\"both\"/>"
-                       "<Slider_float name=\"level\" x=\"100\" y=\"200\" width=\"20\" height=\"200\""
-                       "              orientation=\"vertical\" size=\"-40\" min=\"0\" max=\"1\" stepSmall=\"0.25\""
-                       "              trigger=\"menu.t2\"/>"
+        ASSERT_NE(load("<Slider_int name=\"volume\" x=\"100\" y=\"100\" width=\"200\" height=\"20\" min=\"0\" max=\"10\""
+                       " value=\"10\" stepLarge=\"3\" trigger=\"menu.t1\" buttonsBefore=\"both\" buttonsAfter=\"both\"/>"
+                       "<Slider_float name=\"level\" x=\"100\" y=\"200\" width=\"20\" height=\"200\" orientation=\"vertical\""
+                       " size=\"-40\" min=\"0\" max=\"1\" stepSmall=\"0.25\" trigger=\"menu.t2\"/>"
                        "<Slider_int name=\"bad\" orientation=\"diagonal\" min=\"x\" value=\"abc\" buttonsBefore=\"some\"/>"),
                   nullptr);
-        volume = get<Slider<int>>("volume");
-        level = get<Slider<float>>("level");
+        volume = get<Slider<int>>("volume"), level = get<Slider<float>>("level");
     }
     float x(const char* child) { return (*volume)[child]->getPos().x; }
 
@@ -35,8 +30,7 @@ TEST_F(Sliders, StepButtonsFrameTheBarAndTheHandleTravelsWhatIsLeft) {
     const basic_Rect<float> bar = volume->getBar();
     EXPECT_EQ((std::vector<float>{bar.x, bar.width, x("bDecBefore"), x("bIncBefore"), x("bDecAfter"), x("bIncAfter")}),
               (std::vector<float>{40, 120, 0, 20, 160, 180}));
-    volume->setButtonsBefore(BUTTONS_NONE);
-    volume->setButtonsAfter(BUTTONS_NONE);
+    volume->setButtonsBefore(BUTTONS_NONE), volume->setButtonsAfter(BUTTONS_NONE);
     volume->setDimensions(basic_Rect<float>{0, 0, 160, 20});
     volume->setValue(5);
     const basic_Rect<float> quarter = volume->getHandle();  // a quarter of 160, travelling 120
@@ -74,9 +68,8 @@ TEST_F(Sliders, KeysJoystickWheelAndButtonsChangeTheValueAndAlwaysQueueTheTrigge
     level->setFocused(true);
     for (SDLKey sym : {SDLK_UP, SDLK_UP, SDLK_DOWN}) key(sym);
     EXPECT_FLOAT_EQ(level->getValue(), 0.25f);
-    send(joyAxisEvent(0, 1, 30000));  // a vertical slider takes axis 1
-    send(joyAxisEvent(0, 1, 0));
-    send(joyAxisEvent(0, 0, 30000));  // and passes axis 0 on to navigation
+    // A vertical slider takes axis 1 and passes axis 0 on to navigation.
+    for (auto [axis, value] : {std::pair{1, 30000}, {1, 0}, {0, 30000}}) send(joyAxisEvent(0, axis, value));
     EXPECT_FLOAT_EQ(level->getValue(), 0.5f);
     EXPECT_EQ(fired(), (Codes{2, 2, 2, 2}));
 
@@ -85,9 +78,7 @@ TEST_F(Sliders, KeysJoystickWheelAndButtonsChangeTheValueAndAlwaysQueueTheTrigge
     key(SDLK_SPACE, ' ');
     (*volume)["bIncAfter"]->setFocused(true);
     for (int i = 0; i < 2; ++i) key(SDLK_SPACE, ' ');
-    EXPECT_EQ(volume->getValue(), 7);
-    EXPECT_EQ(callback.confirms, 3);
-    EXPECT_TRUE(fired().empty());
+    EXPECT_TRUE(volume->getValue() == 7 && callback.confirms == 3 && fired().empty());
     key(SDLK_TAB, '\t');
     EXPECT_EQ(gui->getFocused(), volume);
 }
@@ -107,8 +98,7 @@ TEST_F(Sliders, DraggingMapsTheHandlePositionIntoTheRange) {
     EXPECT_TRUE(level->getValue() == 1.0f && !gui->getMouseCaptured());
     volume->setRange(0, 3);
     volume->setValue(0);
-    volume->setButtonsBefore(BUTTONS_NONE);
-    volume->setButtonsAfter(BUTTONS_NONE);  // bar 200, handle 50, travel 150
+    volume->setButtonsBefore(BUTTONS_NONE), volume->setButtonsAfter(BUTTONS_NONE);  // bar 200, handle 50, travel 150
     volume->mouseDown(&q, {10, 5}, 1);
     volume->mouseMove(&q, {85, 5});  // half way: 1.5 truncates to 1
     EXPECT_EQ(volume->getValue(), 1);

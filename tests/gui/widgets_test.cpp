@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "gui/loaded.h"
 #include "gui/standard.h"
 #include "gui/text.h"
@@ -19,19 +17,13 @@ struct ClickCounter : ClickEventHandler {
 class Widgets : public LoadedGui {
 protected:
     void SetUp() override {
-        ASSERT_NE(load("<Button name=\"ok\" x=\"10\" y=\"400\" width=\"100\" height=\"20\" trigger=\"menu.t1\"/>"
-                       "<Button name=\"more\" x=\"10\" y=\"360\" width=\"100\" height=\"20\" repeat=\"true\" trigger=\"menu.t2\"/>"
-                       "<Checkbox name=\"box\" x=\"10\" y=\"320\" width=\"100\" height=\"20\" trigger=\"menu.t3\""
-                       "          triggerOff=\"menu.t4\"/>"
-                       "<Textfield name=\"text\" x=\"10\" y=\"280\" width=\"100\" height=\"20\" caption=\"ab\""
-                       "           maxLength=\"5\" triggerConfirm=\"menu.t5\"/>"
-                       "<InputCaptor name=\"captor\" triggerKey=\"menu.t6\" triggerJoyButton=\"menu.t7\""
-                       "             triggerJoyAxis=\"menu.t8\"/>"),
+        const std::string at = " x=\"10\" width=\"100\" height=\"20\" y=";
+        ASSERT_NE(load("<Button name=\"ok\" trigger=\"menu.t1\"" + at + "\"400\"/><Button name=\"more\" repeat=\"true\""
+                       " trigger=\"menu.t2\"" + at + "\"360\"/><Checkbox name=\"box\" trigger=\"menu.t3\" triggerOff=\"menu.t4\"" + at +
+                       "\"320\"/><Textfield name=\"text\" caption=\"ab\" maxLength=\"5\" triggerConfirm=\"menu.t5\"" + at + "\"280\"/>"
+                       "<InputCaptor name=\"captor\" triggerKey=\"menu.t6\" triggerJoyButton=\"menu.t7\" triggerJoyAxis=\"menu.t8\"/>"),
                   nullptr);
-        ok = get<Button>("ok");
-        more = get<Button>("more");
-        box = get<Checkbox>("box");
-        text = get<Textfield>("text");
+        ok = get<Button>("ok"), more = get<Button>("more"), box = get<Checkbox>("box"), text = get<Textfield>("text");
         ok->setOnClick(&counter);
         gui->setMouseCursor(new NullCursor);
     }
@@ -41,8 +33,7 @@ protected:
     // A key press on what holds the focus, as the GUI hands it on: true when it was used.
     bool type(Uint16 unicode, SDLKey sym = SDLK_UNKNOWN) { return gui->getFocused()->keyDown(&q, sym, KMOD_NONE, unicode); }
 
-    Button* ok;
-    Button* more;
+    Button *ok, *more;
     Checkbox* box;
     Textfield* text;
     ClickCounter counter;
@@ -88,8 +79,7 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxesAndOnlyWhatTheyUs
     ok->setFocused(true);
     // A button reads the character, a checkbox the key symbol: keypad Enter is no Return to it.
     EXPECT_TRUE(type(' ', SDLK_SPACE) && type('\r', SDLK_RETURN) && type('\r', SDLK_KP_ENTER));
-    send(joyButtonEvent(1, 0));
-    send(joyButtonEvent(0, 1));  // not the first button: passed on
+    for (auto [joystick, button] : {std::pair{1, 0}, {0, 1}}) send(joyButtonEvent(joystick, button));  // only button 0 clicks
     EXPECT_EQ(fired(), (Codes{1, 1, 1, 1}));
     key(SDLK_DOWN);  // the arrows still navigate
     EXPECT_EQ(gui->getFocused(), more);
@@ -97,12 +87,10 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxesAndOnlyWhatTheyUs
     EXPECT_FALSE(type('\r', SDLK_KP_ENTER));
     EXPECT_TRUE(type(' ', SDLK_SPACE) && box->getChecked());
     EXPECT_TRUE(type('\r', SDLK_RETURN));
-    send(joyButtonEvent(2, 0));
-    send(joyButtonEvent(0, 3));
+    for (auto [joystick, button] : {std::pair{2, 0}, {0, 3}}) send(joyButtonEvent(joystick, button));
     EXPECT_TRUE(box->getChecked());
     moveTo(box);
-    click(box, true);
-    click(box, false);
+    for (bool down : {true, false}) click(box, down);
     EXPECT_FALSE(box->getChecked());
     EXPECT_EQ(fired(), (Codes{3, 4, 3, 4}));  // "trigger" set both, "triggerOff" overrode one of them
     EXPECT_EQ(callback.confirms, 8);
@@ -147,8 +135,7 @@ TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled
     EXPECT_TRUE(type('\t', SDLK_TAB) && !captor->getEnabled());  // swallowed: the focus stays
     EXPECT_EQ(gui->getFocused(), captor);
     captor->setEnabled(true);
-    send(joyButtonEvent(1, 5));
-    send(joyButtonEvent(1, 6));
+    for (Uint8 button : {5, 6}) send(joyButtonEvent(1, button));
     EXPECT_EQ(captor->getJoy() * 10 + captor->getJoyButton(), 15);
     captor->setEnabled(true);
     send(joyAxisEvent(0, 3, -30000));
