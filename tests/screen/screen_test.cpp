@@ -1,32 +1,22 @@
 #include "screen.h"
 
-#include <GL/gl.h>
-#include <gtest/gtest.h>
-
 #include <regex>
 
-#include "norvane.h"
-#include "rendercontext.h"
 #include "support/window.h"
 #include "xml/xml.h"
 
 using norvane::Color;
 
 TEST(Color, ReadFromXmlElements) {
-    const struct {
-        std::vector<std::pair<std::string, std::string>> attributes;
-        std::vector<float> rgba;
-    } cases[] = {
-        {{{"code", "ff000080"}, {"red", "0"}}, {1, 0, 0, 128 / 255.0f}},  // the code wins
-        {{}, {0, 0, 0, 1}},
-        {{{"red", "0.25"}, {"green", "0.5"}, {"blue", "0.75"}, {"alpha", "0"}}, {0.25f, 0.5f, 0.75f, 0}},
-        {{{"code", "3366cc"}}, {0, 0x33 / 255.0f, 0x66 / 255.0f, 0xcc / 255.0f}},  // six digits: no red
-    };
-    for (const auto& c : cases) {
+    // The code wins; six digits have no red.
+    for (const auto& [attributes, rgba] : std::vector<std::pair<std::vector<std::pair<std::string, std::string>>, std::vector<float>>>{
+             {{{"code", "ff000080"}, {"red", "0"}}, {1, 0, 0, 128 / 255.0f}}, {{}, {0, 0, 0, 1}},
+             {{{"red", "0.25"}, {"green", "0.5"}, {"blue", "0.75"}, {"alpha", "0"}}, {0.25f, 0.5f, 0.75f, 0}},
+             {{{"code", "3366cc"}}, {0, 0x33 / 255.0f, 0x66 / 255.0f, 0xcc / 255.0f}}}) {
         norvane::xml::Node node;
-        for (const auto& [name, value] : c.attributes) node[name] = value;
+        for (const auto& [name, value] : attributes) node[name] = value;
         const Color color(&node);
-        EXPECT_EQ((std::vector<float>{color.red, color.green, color.blue, color.alpha}), c.rgba) << node.toString(0);
+        EXPECT_EQ((std::vector<float>{color.red, color.green, color.blue, color.alpha}), rgba) << node.toString(0);
     }
 }
 
@@ -46,8 +36,7 @@ TEST(Screen, GetPixelReadsLittleEndianBytesAndNothingOpensWithoutADisplay) {
     norvane::fullscreen = false;
     unsetenv("DISPLAY");
     EXPECT_THROW(norvane::setResolution(800, 600, 32, false, 0, 0), std::string);
-    EXPECT_EQ(norvane::screen, nullptr);
-    EXPECT_EQ(norvane::currentViewport, nullptr);
+    EXPECT_TRUE(!norvane::screen && !norvane::currentViewport);
     SDL_Quit();
 }
 
@@ -56,8 +45,7 @@ TEST_F(WindowTest, OpensTheWindowReportsItAndTogglesFullscreenOrSaysWhy) {
         startupLog, std::regex(R"(\[norvane:core\] \(info\) Norvane version .*\n)"
                                R"(\[norvane:core\] \(info\) Norvane is now using OpenGL version "[^"]+" at 800x600x32\.\n)")))
         << startupLog;
-    ASSERT_TRUE(norvane::screen);
-    ASSERT_EQ(norvane::currentViewport, &norvane::vpScreen);
+    ASSERT_TRUE(norvane::screen && norvane::currentViewport == &norvane::vpScreen);
     GLint viewport[4], alphaBits = 0;
     glGetIntegerv(GL_VIEWPORT, viewport);
     glGetIntegerv(GL_ALPHA_BITS, &alphaBits);
@@ -77,8 +65,7 @@ TEST_F(WindowTest, OpensTheWindowReportsItAndTogglesFullscreenOrSaysWhy) {
 
 TEST_F(WindowTest, ContextsEstablishTheirState) {
     norvane::RenderContext3D deep;
-    deep.fogMode = 2;
-    deep.wireframe = true;
+    deep.fogMode = 2, deep.wireframe = true;
     deep.apply();
     EXPECT_EQ(norvane::currentRenderContext, &deep);
     GLint fog = 0, polygonModes[2] = {}, blendDst = 0;
