@@ -1,10 +1,5 @@
 #include "gfx/messages.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "gfx/fonts.h"
 #include "support/window.h"
 
@@ -40,15 +35,13 @@ TEST(Messages, ExpireReplaceOrAccumulate) {
     Messages messages;
     messages.font = &fallback;
     messages += new Counted(1000, &destroyed);
-    messages.perform(999.5f);
-    messages.perform(0.5f);  // used up exactly
+    for (float ms : {999.5f, 0.5f}) messages.perform(ms);  // used up exactly
     EXPECT_TRUE(messages.messages.empty());
     messages += new Counted(100, &destroyed);
     auto* mine = new Counted(100, &destroyed);
     mine->font = &own;
     messages += mine;  // replaces the previous one
-    EXPECT_EQ(destroyed, 2);
-    EXPECT_EQ(mine->font, &own);
+    EXPECT_TRUE(destroyed == 2 && mine->font == &own);
     messages.accumulate = true;
     messages += new Counted(300, &destroyed);
     EXPECT_EQ(messages.messages.back()->font, &fallback);
@@ -69,8 +62,7 @@ TEST(BlinkMessage, AlternatesItsPhasesAndNeverSpins) {
     // A step of several cycles toggles as often as they require: from the end of an "off" phase,
     // four whole cycles, then 100 into "on", which leaves 400 of it.
     uneven.perform(4 * 750 + 100);
-    EXPECT_TRUE(uneven.visible);
-    EXPECT_FLOAT_EQ(uneven.phaseTime, 400.0f);
+    EXPECT_TRUE(uneven.visible && uneven.phaseTime == 400.0f);
 }
 
 TEST_F(WindowTest, MessagesDrawOnlyWithAFontAndWhileVisible) {
@@ -82,8 +74,9 @@ TEST_F(WindowTest, MessagesDrawOnlyWithAFontAndWhileVisible) {
     messages += new Message("steady", 1000);
     auto* blinking = new BlinkMessage("blink", 1000, 100, 100);
     messages += blinking;
-    messages.draw();
-    blinking->perform(150);
-    messages.draw();
+    for (float ms : {0.0f, 150.0f}) {
+        blinking->perform(ms);
+        messages.draw();
+    }
     EXPECT_EQ(font.printed, (std::vector<std::string>{"steady", "blink", "steady"}));
 }
