@@ -33,20 +33,17 @@ inline std::string damage(const std::string& path) {
     return path;
 }
 
-// Peak amplitude of a sine from its RMS over [from, from + count).
-inline float amplitude(const std::vector<float>& channel, size_t from, size_t count) {
-    if (from + count > channel.size()) return -1.0f;
+// Peak amplitude of a sine from its RMS over [from, from + count), or its frequency from the zero
+// crossings; -1 past the end.
+inline float amplitude(const std::vector<float>& ch, size_t from, size_t count) {
     double sum = 0.0;
-    for (size_t i = from; i < from + count; ++i) sum += channel[i] * channel[i];
-    return static_cast<float>(std::sqrt(2.0 * sum / count));
+    for (size_t i = from; i < from + count && from + count <= ch.size(); ++i) sum += ch[i] * ch[i];
+    return from + count > ch.size() ? -1.0f : static_cast<float>(std::sqrt(2.0 * sum / count));
 }
-
-// From the zero crossings over [from, from + count).
-inline float frequency(const std::vector<float>& channel, size_t from, size_t count) {
-    if (from + count > channel.size()) return -1.0f;
+inline float frequency(const std::vector<float>& ch, size_t from, size_t count) {
     int crossings = 0;
-    for (size_t i = from + 1; i < from + count; ++i) crossings += (channel[i - 1] < 0.0f) != (channel[i] < 0.0f);
-    return crossings * static_cast<float>(RATE) / (2.0f * count);
+    for (size_t i = from + 1; i < from + count && from + count <= ch.size(); ++i) crossings += (ch[i - 1] < 0) != (ch[i] < 0);
+    return from + count > ch.size() ? -1.0f : crossings * static_cast<float>(RATE) / (2.0f * count);
 }
 
 // What OpenAL Soft's wave writer wrote, -1..1 per channel.
@@ -69,7 +66,7 @@ protected:
     }
     void TearDown() override { norvane::audio::cleanUp(); }
 
-    // Closes the device, which completes the file, and reads its data chunk: 16-bit stereo.
+    // Closing the device completes the file; its data chunk is 16-bit stereo.
     Recording stopAndRead() {
         norvane::audio::cleanUp();
         const std::string file = readFile(scratchPath("output.wav"));

@@ -10,21 +10,12 @@ using norvane::audio::FileLoader;
 using norvane::audio::getFileLoader;
 using namespace testaudio;
 
-TEST(Loaders, DeliverTheFileInPiecesAndLoopBackToItsStart) {
+// Format, size and pieces show in the audio tests' recordings; the loop's seam is checked here.
+TEST(Loaders, LoopBackToTheirStart) {
     const std::string monoFile = makeOgg("mono.ogg", "30000s sine 300 vol 0.5");
     std::unique_ptr<FileLoader> mono(getFileLoader(monoFile));
-    EXPECT_EQ(mono->getFormat(), AL_FORMAT_MONO16);
-    EXPECT_EQ(mono->getSize(), 60000);
-    EXPECT_EQ(mono->getFrequency(), RATE);
+    ASSERT_EQ(mono->getSize(), 60000);
     const std::string all(mono->read(nullptr, false), mono->getSize());
-
-    std::unique_ptr<FileLoader> stereo(getFileLoader(makeOgg("stereo.ogg", "40000s sine 441", 2)));
-    EXPECT_EQ(stereo->getFormat(), AL_FORMAT_STEREO16);
-    for (int expected : {65536, 65536, 160000 - 2 * 65536, 0}) {
-        int size = 65536;
-        stereo->read(&size, false);
-        EXPECT_EQ(size, expected);
-    }
     std::unique_ptr<FileLoader> looping(getFileLoader(monoFile));
     int size = 50000;
     looping->read(&size, true);

@@ -29,8 +29,8 @@ TEST(SampleBank, ReadsSamplesAndStreamsWithTheirSettings) {
     ASSERT_EQ(bank->size(), 7);
     EXPECT_EQ(bank->find("boom.ogg")->filename, "sounds/boom.ogg");
     const Sample* laser = bank->find("laser");
-    EXPECT_TRUE(dynamic_cast<const CachedSample*>(laser) && laser->properties.volume == 0.5f && laser->properties.loop);
-    EXPECT_EQ(laser->priority, 3);
+    EXPECT_TRUE(dynamic_cast<const CachedSample*>(laser) && laser->properties.volume == 0.5f && laser->properties.loop &&
+                laser->priority == 3);
     for (auto [name, size] : {std::pair{"wind", 65536}, {"rain", 16384}, {"odd", 65536}, {"big", 65536}, {"tiny", 65536}}) {
         EXPECT_EQ(dynamic_cast<StreamedSample*>(bank->find(name))->bufferSize, size) << name;
     }
@@ -50,9 +50,7 @@ TEST_F(AudioTest, CachedSamplesLoadOnceAndRetryAfterAFailedLoad) {
     makeOgg("tone.ogg", "22050s sine 441", 2);
     bank.refresh();
     const unsigned int first = tone->buffer;
-    EXPECT_NE(first, 0u);
-    EXPECT_EQ(tone->size, 4 * 22050);
-    EXPECT_EQ(tone->format, AL_FORMAT_STEREO16);
+    EXPECT_TRUE(first != 0u && tone->size == 4 * 22050 && tone->format == AL_FORMAT_STEREO16);
     bank.refresh();
     EXPECT_EQ(tone->buffer, first);
 }

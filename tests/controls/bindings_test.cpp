@@ -16,17 +16,12 @@ using norvane::xml::Node;
 namespace {
 
 const char* const DEFINITION = R"(<inputEvaluator name="evaluatorGamePlayer">
-  <axis code="201" name="x" description="Move sideways" max="2.5">
-    <keyTranslator key="left" value="-1"/><keyTranslator key="right" value="1"/>
-    <joyAxisTranslator joy="0" axis="0" direction="-1" min="4000" max="30000"/>
-  </axis>
-  <trigger code="204" name="fire" defaultKeyState="pressed" data="3" dataString="left">
-    <keyTranslator key="lctrl"/><joyButtonTranslator joy="-1" button="0"/><mouseButtonTranslator button="1" state="down"/>
-  </trigger>
-  <trigger code="205" name="shield" queue="false">
-    <keyTranslator key="space" state="up" value="0.5"/><mouseAxisTranslator axis="1" min="2" max="40"/>
-  </trigger>
-</inputEvaluator>)";
+  <axis code="201" name="x" description="Move sideways" max="2.5"><keyTranslator key="left" value="-1"/>
+    <keyTranslator key="right" value="1"/><joyAxisTranslator joy="0" axis="0" direction="-1" min="4000" max="30000"/>
+  </axis><trigger code="204" name="fire" defaultKeyState="pressed" data="3" dataString="left"><keyTranslator key="lctrl"/>
+    <joyButtonTranslator joy="-1" button="0"/><mouseButtonTranslator button="1" state="down"/></trigger>
+  <trigger code="205" name="shield" queue="false"><keyTranslator key="space" state="up" value="0.5"/>
+    <mouseAxisTranslator axis="1" min="2" max="40"/></trigger></inputEvaluator>)";
 
 const std::string WARNING = "[norvane:controls] (warning) ";
 
@@ -44,8 +39,7 @@ protected:
         return captured([&] { evaluator.getTranslatorsFromNode(root.get()); });
     }
     std::string stored() const {
-        Node root;
-        root.name = "controls";
+        Node root("controls", nullptr);
         evaluator.addTranslatorsToTree(&root);
         return root.toString(0);
     }
@@ -61,8 +55,8 @@ TEST_F(Bindings, DefinitionBuildsTriggersAndStoredBindingsReadBackAsTheSame) {
     const Trigger* x = evaluator.find("x");
     const Trigger* fire = evaluator.find("fire");
     EXPECT_TRUE(x->code == 201 && x->description == "Move sideways" && !x->digital && !x->queued && x->maxValue == 2.5f);
-    EXPECT_TRUE(fire->digital && fire->queued && fire->data == 3 && fire->dataString == "left");
-    EXPECT_FALSE(evaluator.find("shield")->queued);
+    EXPECT_TRUE(fire->digital && fire->queued && fire->data == 3 && fire->dataString == "left" &&
+                !evaluator.find("shield")->queued);
     // Bindings without a state take the element's own default, read before them, and are stored
     // without it.
     const std::string original = stored();
@@ -105,21 +99,13 @@ TEST_F(Bindings, BadEntriesAreReportedAndLabelsJoinTheSelectedBindings) {
     ASSERT_EQ(evaluator.size(), 2);
     Trigger* x = evaluator.find("x");
     EXPECT_EQ(x->code + x->data, 1 + 2);
-    EXPECT_EQ(x->joyAxisToString(0), "Joy 4464; Axis 1 -");
+    new JoyButtonTranslator(x, 0, 3, ksDefault, 1.0f);
+    EXPECT_EQ(x->joyToString(-1, 0), "Joy 4464; Axis 1 -;Joy 0; Btn 3");
     // The junk mouse axis reads as 0..0, which saturates instead of dividing by zero.
     ControlQueue q;
     EXPECT_TRUE(evaluator.evaluate(mouseMotionEvent(0, 0, 7, 0), &q));
     EXPECT_EQ(x->value, 1.0f);
 
-    x->clearJoyAxisTranslators(0);
-    EXPECT_EQ(x->joyToString(0, 0), "");
-    new KeyTranslator(x, SDLK_RIGHT, ksDefault, 1.0f);
-    new JoyAxisTranslator(x, 0, 1, -1, 4000, 30000);
-    new JoyButtonTranslator(x, 0, 3, ksDefault, 1.0f);
-    new JoyAxisTranslator(x, 1, 2, 0, 4000, 30000);
-    EXPECT_EQ(x->keysToString(-1) + "|" + x->keysToString(1), "left;a|right");
-    EXPECT_EQ(x->joyToString(-1, 0), "Joy 0; Axis 1 -;Joy 0; Btn 3");
-    EXPECT_EQ(x->joyToString(1, 1) + "|" + x->joyAxisToString(0), "Joy 0; Btn 3|Joy 0; Axis 1 -;Joy 1; Axis 2");
 
     // A captured key without a name is stored with an empty name and dropped when read back.
     x->clearTranslators();
@@ -131,8 +117,7 @@ TEST_F(Bindings, BadEntriesAreReportedAndLabelsJoinTheSelectedBindings) {
 }
 
 TEST(KeyNames, EveryNamedKeySurvivesTheRoundTripAndUnknownNamesThrow) {
-    EXPECT_EQ(getKeyNameMap().size(), 133u);
-    EXPECT_EQ(getNameKeyMap().size(), 133u);  // no name is used twice
+    EXPECT_EQ(getKeyNameMap().size() + getNameKeyMap().size(), 2 * 133u);  // no name is used twice
     for (const auto& entry : getKeyNameMap()) EXPECT_EQ(strTo<SDLKey>(entry.second), entry.first) << entry.second;
     const std::pair<int, const char*> samples[] = {{13, "return"}, {59, ";"},    {93, "}"},     {256, "pad_0"},
                                                    {271, "enter"}, {296, "f15"}, {311, "lwin"}, {321, "euro"},
@@ -141,7 +126,6 @@ TEST(KeyNames, EveryNamedKeySurvivesTheRoundTripAndUnknownNamesThrow) {
     for (const std::string name : {"]", "", "A"}) {
         EXPECT_EQ(thrownBy([&] { strTo<SDLKey>(name); }), name + " is no valid key identifier.");
     }
-    EXPECT_EQ(strTo<KeyState>("pressed"), ksPressed);
-    EXPECT_EQ(strTo<KeyState>("Down"), ksDefault);
+    EXPECT_TRUE(strTo<KeyState>("pressed") == ksPressed && strTo<KeyState>("Down") == ksDefault);
     EXPECT_EQ(toStr<KeyState>(static_cast<KeyState>(7)), "default");
 }

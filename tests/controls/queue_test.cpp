@@ -33,41 +33,35 @@ struct Recorder : Evaluator {
 SDL_Event focusEvent(Uint8 state, Uint8 gain) { return makeEvent(&SDL_Event::active, {SDL_ACTIVEEVENT, gain, state}); }
 
 using Queue = EventQueueTest;
+using Fired = std::vector<Trigger*>;
 
 }  // namespace
 
 TEST_F(Queue, FirstEnabledConsumerWinsQuitIsOnlyReportedAndFlushReachesEveryone) {
     Journal journal;
-    Recorder back("back", journal, fakeTrigger(1), true);
-    Recorder front("front", journal, fakeTrigger(2), true);
+    Recorder back("back", journal, fakeTrigger(1), true), front("front", journal, fakeTrigger(2), true);
     Recorder passing("passing", journal, nullptr, false);
-    q.push(&back);
-    q.push(&front);
-    q.push(&passing);  // added last: asked first
+    for (Recorder* r : {&back, &front, &passing}) q.push(r);  // the last added is asked first
     push(keyEvent(SDLK_a, true));
     push(SDL_Event{SDL_QUIT});
     push(keyEvent(SDLK_a, true));  // still read after the quit
     EXPECT_FALSE(q.readEvents());
     front.enabled = false;
-    EXPECT_EQ(deliver(keyEvent(SDLK_a, false)),
-              (std::vector<Trigger*>{fakeTrigger(2), fakeTrigger(2), fakeTrigger(1)}));
+    EXPECT_EQ(deliver(keyEvent(SDLK_a, false)), (Fired{fakeTrigger(2), fakeTrigger(2), fakeTrigger(1)}));
     q.perform(16.0f);
     q.flush();
     EXPECT_EQ(journal, (Journal{"passing down", "front down", "passing down", "front down", "passing up", "back up",
-                                "passing perform",
-                                "back perform", "passing flush", "front flush", "back flush"}));
-}
+                                "passing perform", "back perform", "passing flush", "front flush", "back flush"}));
 
-TEST_F(Queue, FocusTriggersComeBeforeWhatTheEvaluatorsFireForTheSameEvent) {
-    Journal journal;
-    Recorder back("back", journal, fakeTrigger(7), false);
-    q.push(&back);
+    // Focus triggers come before what the evaluators fire for the same event.
+    back.claims = passing.claims = false;
+    back.fires = fakeTrigger(7);
     q.focusLostTrigger = fakeTrigger(1);
     q.focusGainedTrigger = fakeTrigger(2);
     push(focusEvent(SDL_APPINPUTFOCUS, 0));
     push(focusEvent(SDL_APPACTIVE, 1));
     EXPECT_EQ(deliver(focusEvent(SDL_APPMOUSEFOCUS, 0)),  // the pointer leaving is no loss of focus
-              (std::vector<Trigger*>{fakeTrigger(1), fakeTrigger(7), fakeTrigger(2), fakeTrigger(7), fakeTrigger(7)}));
+              (Fired{fakeTrigger(1), fakeTrigger(7), fakeTrigger(2), fakeTrigger(7), fakeTrigger(7)}));
     q.focusLostTrigger = nullptr;
-    EXPECT_EQ(deliver(focusEvent(SDL_APPINPUTFOCUS | SDL_APPACTIVE, 0)), (std::vector<Trigger*>{fakeTrigger(7)}));
+    EXPECT_EQ(deliver(focusEvent(SDL_APPINPUTFOCUS | SDL_APPACTIVE, 0)), (Fired{fakeTrigger(7)}));
 }

@@ -36,15 +36,11 @@ TEST_F(Translation, PressedButtonsHoldUntilTheirOwnRelease) {
         {joyButtonEvent(0, 3, true), joyButtonEvent(0, 3, false)},
     };
     for (const auto& [down, up] : buttons) {
-        EXPECT_TRUE(offer(down));
-        EXPECT_EQ(x->value, -1.0f) << int(down.type);
-        EXPECT_TRUE(q.isEmpty());
+        EXPECT_TRUE(offer(down) && x->value == -1.0f && q.isEmpty()) << int(down.type);
         evaluator.perform(16, &q);
         EXPECT_EQ(drain(q), (Fired{x}));
-        EXPECT_TRUE(offer(up));
-        EXPECT_EQ(x->value, 0.0f) << int(up.type);
+        EXPECT_TRUE(offer(up) && x->value == 0.0f && evaluator.pressedTriggers.empty()) << int(up.type);
         EXPECT_EQ(drain(q), (Fired{x}));
-        EXPECT_TRUE(evaluator.pressedTriggers.empty());
     }
     // Left and right on one axis: releasing left after pressing right must not stop the ship.
     press(SDLK_LEFT, true);
@@ -70,11 +66,8 @@ TEST_F(Translation, PressedButtonsHoldUntilTheirOwnRelease) {
 TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
     Trigger* analog = new Trigger(&evaluator, 1, "y", "", 1.0f);
     auto* up = new JoyAxisTranslator(analog, 0, 1, +1, 4000, 30000);
-    const struct {
-        Sint16 v;
-        bool consumed;
-        float value;
-    } cases[] = {{2000, true, 0.0f}, {17000, true, 0.5f}, {32767, true, 1.0f}, {-20000, false, 1.0f}, {0, true, 0.0f}};
+    const struct { Sint16 v; bool consumed; float value; } cases[] = {
+        {2000, true, 0.0f}, {17000, true, 0.5f}, {32767, true, 1.0f}, {-20000, false, 1.0f}, {0, true, 0.0f}};
     for (const auto& c : cases) {
         EXPECT_EQ(up->translate(joyAxisEvent(0, 1, c.v), &q), c.consumed) << c.v;
         EXPECT_FLOAT_EQ(analog->value, c.value) << c.v;
@@ -83,8 +76,7 @@ TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
     auto* down = new JoyAxisTranslator(analog, 0, 1, -1, 4000, 30000);
     EXPECT_FALSE(down->translate(joyAxisEvent(0, 1, 20000), &q));
     EXPECT_TRUE(down->translate(joyAxisEvent(0, 1, -20000), &q) && down->translate(joyAxisEvent(0, 1, 0), &q));
-    EXPECT_EQ(analog->value, 0.0f);
-    EXPECT_TRUE(q.isEmpty());
+    EXPECT_TRUE(analog->value == 0.0f && q.isEmpty());
 
     // A digital trigger only asks whether the dead zone is left, in either direction.
     Trigger* digital = new Trigger(&evaluator, 2, "fire", "", ksDown);

@@ -54,9 +54,10 @@ protected:
 TEST_F(Resources, DefinitionLoadsInDocumentOrderWithItsMessagesAndTheFirstFaultEndsIt) {
     OwningManager manager;
     EXPECT_EQ(captured([&] {
-                  manager.load(writeFile("order.xml", "<resources><tests name='a'><item key='x'/><item key='y'/></tests>"
-                                                      "<sprockets name='b'/><tests dir='nameless/'><item key='lost'/></tests>"
-                                                      "<tests name='c'/><tests name='a'><item key='z'/></tests></resources>"),
+                  manager.load(writeFile("order.xml", "<resources dir='gfx/'><tests name='a'><item key='x'/><item key='y'/>"
+                                                      "</tests><sprockets name='b'/><tests dir='nameless/'><item key='lost'/>"
+                                                      "</tests><tests name='c' dir='ships/'/><tests name='a'><item key='z'/>"
+                                                      "</tests></resources>"),
                                "");
               }),
               "[norvane:resources] (warning) Unknown resource bank type \"sprockets\".\n"
@@ -69,6 +70,10 @@ TEST_F(Resources, DefinitionLoadsInDocumentOrderWithItsMessagesAndTheFirstFaultE
     manager.rename("c", "d");
     EXPECT_EQ(thrownBy([&] { manager.rename("c", "e"); }), "Resource \"c\" not found.");
     EXPECT_EQ(manager.get<TestBank>("d")->label, "c");
+    // The directory is the file's, or the one given, with the "dir" attributes of the root and bank.
+    EXPECT_EQ(manager.get<TestBank>("d")->dir, scratchPath("gfx/ships/"));
+    manager.load(writeFile("given.xml", "<resources><tests name='g' dir='a'/></resources>"), "given");
+    EXPECT_EQ(manager.get<TestBank>("g")->dir, "given/a");
 
     // Wrong roots and empty files load nothing; broken files throw.
     manager.load(writeFile("images.xml", "<images><tests name='t'/></images>"), "");
@@ -80,22 +85,8 @@ TEST_F(Resources, DefinitionLoadsInDocumentOrderWithItsMessagesAndTheFirstFaultE
                                "");
               }),
               "bank failed");
-    EXPECT_EQ(manager.banks.size(), 4u);  // the banks before the fault stay listed
+    EXPECT_EQ(manager.banks.size(), 5u);  // the banks before the fault stay listed
     EXPECT_FALSE(manager.get<TestBank>("t") || manager.get<TestBank>("f3"));
-}
-
-TEST_F(Resources, DirectoriesComeFromTheFileAndTheDirAttributes) {
-    const std::string base = scratchPath("");
-    const struct {
-        const char *definition, *dir, *expected;
-    } cases[] = {{"<resources><tests name='t'/></resources>", "", ""},
-                 {"<resources dir='gfx/'><tests name='t' dir='ships/'/></resources>", "", "gfx/ships/"},
-                 {"<resources><tests name='t' dir='a'/></resources>", "given", "given/a"}};
-    for (const auto& c : cases) {
-        OwningManager manager;
-        manager.load(writeFile("dirs.xml", c.definition), c.dir);
-        EXPECT_EQ(manager.get<TestBank>("t")->dir, (*c.dir ? "" : base) + c.expected) << c.definition;
-    }
 }
 
 TEST_F(Resources, BanksDestroyTheirResourcesOnce) {

@@ -37,8 +37,7 @@ inline norvane::Trigger* fakeTrigger(uintptr_t id) { return reinterpret_cast<nor
 
 inline std::vector<norvane::Trigger*> drain(norvane::ControlQueue& q) {
     std::vector<norvane::Trigger*> out;
-    norvane::Trigger* t = nullptr;
-    while (q >> t, t) out.push_back(t);
+    for (norvane::Trigger* t = nullptr; q >> t, t;) out.push_back(t);
     return out;
 }
 

@@ -18,13 +18,8 @@ using SurfacePtr = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
 // A 32-bit surface whose bytes lie in memory as R, G, B, A, the way SDL_image delivers PNGs.
 inline SurfacePtr makeRgbaSurface(int width, int height) {
-#if SDL_BYTEORDER == SDL_LIL_ENDIAN
-    return SurfacePtr(SDL_CreateRGBSurface(SDL_SWSURFACE, width, height, 32, 0x000000FF, 0x0000FF00, 0x00FF0000,
-                                           0xFF000000));
-#else
-    return SurfacePtr(SDL_CreateRGBSurface(SDL_SWSURFACE, width, height, 32, 0xFF000000, 0x00FF0000, 0x0000FF00,
-                                           0x000000FF));
-#endif
+    const Uint32 r = SDL_SwapLE32(0x000000FF), g = SDL_SwapLE32(0x0000FF00), b = SDL_SwapLE32(0x00FF0000);
+    return SurfacePtr(SDL_CreateRGBSurface(SDL_SWSURFACE, width, height, 32, r, g, b, SDL_SwapLE32(0xFF000000)));
 }
 
 inline void setPixel(SDL_Surface* surface, int x, int y, Uint8 r, Uint8 g, Uint8 b, Uint8 a) {

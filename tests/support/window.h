@@ -41,8 +41,7 @@ protected:
         }
         startupLog = testing::internal::GetCapturedStdout();
         ASSERT_EQ(error, "") << startupLog;
-        // Only the last attempt's lines.
-        startupLog.erase(0, startupLog.rfind("[norvane:core] (info) Norvane version"));
+        startupLog.erase(0, startupLog.rfind("[norvane:core] (info) Norvane version"));  // the last attempt's
     }
 
     // A 2D context over the whole window, one unit a pixel, cleared to `clear`.

@@ -31,7 +31,7 @@ Files expand(const std::string& xml, std::string* log = nullptr) {
 
 }  // namespace
 
-TEST(XmlLoops, ExpandInBothDirectionsAndNest) {
+TEST(XmlLoops, ExpandInBothDirectionsAndNestAndFaultyLoopsAreSkipped) {
     const std::pair<const char*, Files> cases[] = {
         {"<loop var='i' from='3' to='1' step='-1' digits='2'><image file='s[i]'/></loop>", {"s03", "s02", "s01"}},
         {"<loop var='a' from='0' to='1'><loop var='b' from='0' to='1'><image file='[a][b][c]'/></loop></loop>"
@@ -44,11 +44,9 @@ TEST(XmlLoops, ExpandInBothDirectionsAndNest) {
         {"<loop var='i' from='1' to='2' digits='-2147483649'><image file='[i]'/></loop>", {"1", "2"}},
     };
     for (const auto& [xml, files] : cases) EXPECT_EQ(expand(xml), files) << xml;
-}
 
-// Hostile loops all end: a step that does not fit an int used to be cut, even to 0, and the loop
-// then never reached its end.
-TEST(XmlLoops, FaultyLoopsAreSkippedWithTheirReason) {
+    // Hostile loops all end: a step that does not fit an int used to be cut, even to 0, and the
+    // loop then never reached its end.
     const std::pair<const char*, const char*> faulty[] = {
         {"from='1' to='3'", "No variable specified for loop."},
         {"var='i' from='1' to='3' step='0'", "Step size 0 invalid: i."},
@@ -64,18 +62,13 @@ TEST(XmlLoops, FaultyLoopsAreSkippedWithTheirReason) {
         EXPECT_TRUE(expand(std::string("<loop ") + attributes + "><image file='x'/></loop>", &log).empty());
         EXPECT_EQ(log.substr(log.find(' ') + 1), std::string("(error) ") + message + " Skipping loop.\n");  // any group
     }
-}
-
-// Nested loops multiply their passes; the bound holds for the product, and a reader that throws
-// leaves neither its loop nor its passes behind.
-TEST(XmlLoops, NestedLoopsShareOneBound) {
+    // Nested loops multiply their passes; the bound holds for the product, and a reader that throws
+    // leaves neither its loop nor its passes behind.
     std::string log;
-    EXPECT_EQ(expand("<loop var='o' from='1' to='200'><loop var='i' from='1' to='50'><image/></loop></loop>").size(),
-              10000u);
-    EXPECT_TRUE(expand("<loop var='o' from='1' to='200'><loop var='i' from='1' to='51'><image/></loop></loop>", &log)
-                    .empty());
-    EXPECT_NE(log.find("(error) Loop i: 51 passes, repeated 200 times by the loops around it, are too many. "
-                       "Skipping loop.\n"),
+    const std::string nest = "<loop var='o' from='1' to='200'><loop var='i' from='1' to='";
+    EXPECT_EQ(expand(nest + "50'><image/></loop></loop>").size(), 10000u);
+    EXPECT_TRUE(expand(nest + "51'><image/></loop></loop>", &log).empty());
+    EXPECT_NE(log.find("(error) Loop i: 51 passes, repeated 200 times by the loops around it, are too many. Skipping"),
               std::string::npos);
     std::unique_ptr<Node> loop(norvane::xml::loadXML(writeFile("throws.xml", "<loop var='i' from='1' to='2'/>").c_str()));
     norvane::xml::LoopList loops;

@@ -39,8 +39,7 @@ TEST(Xml, WriteThenReadReproducesTheTreeInLatin1) {
 }
 
 TEST(Xml, AttributesAreWrittenByNameAndTypedReadsFollowTheCLibrary) {
-    Node node;
-    node.name = "n";
+    Node node("n", nullptr);
     node["z"] = "last";
     node.setAttributeFloat("f", 0.5f);
     node.setAttributeFloat("g", 1234567.0f);
