@@ -86,7 +86,7 @@ TEST_F(Music, PiecesFollowEachOtherWithoutAGap) {
     EXPECT_NEAR(amplitude(rec.left, end + 2000, 4000), 0.5f * level, 0.1f * level);  // the gain took at once
 }
 
-TEST_F(Music, QueueOperationsAndFadeOut) {
+TEST_F(Music, QueueOperationsAndFadeOutAndBrokenPiecesNeverStopTheThread) {
     WatchedMusic music;
     StreamedSample *a = piece("a.ogg", "0.5 sine 441", true), *b = piece("b.ogg", "0.1 sine 630", true),
                    *c = piece("c.ogg", "0.1 sine 882", true);
@@ -118,12 +118,9 @@ TEST_F(Music, QueueOperationsAndFadeOut) {
     EXPECT_FLOAT_EQ(music.gain(), 0.8f);
     music.stop();
     EXPECT_FALSE(music.isPlaying());
-}
 
-// A piece that cannot be opened throws; one that breaks while the thread streams it is logged and
-// ends, and the thread goes on with the next.
-TEST_F(Music, BrokenPiecesNeverStopTheThread) {
-    WatchedMusic music;
+    // A piece that cannot be opened throws; one that breaks while the thread streams it is logged
+    // and ends, and the thread goes on with the next.
     StreamedSample missing;
     missing.filename = "nowhere/missing.ogg";
     music.addAsLast(&missing);

@@ -52,7 +52,7 @@ TEST(SoundProperties, StereoPositionKeepsTheDistance) {
     }
 }
 
-TEST_F(Pool, FullPoolCutsOffTheOldestLeastImportantSoundAndEndedSoundsKeepTheirKey) {
+TEST_F(Pool, FullPoolCutsOffTheOldestLeastImportantSoundAndBrokenStreamsLeaveItWhole) {
     SourcePool pool(2);
     Watch first, second, third, refused, equal;
     Source* oldest = play(pool, &first, 0);
@@ -84,32 +84,30 @@ TEST_F(Pool, FullPoolCutsOffTheOldestLeastImportantSoundAndEndedSoundsKeepTheirK
     ASSERT_EQ(important.done, 1);
     EXPECT_EQ(play(fresh, &next, 0), cheapSource);  // the idle source still counts as priority 5
     EXPECT_EQ(cheap.done, 1);
-}
 
-// A streamed sound cut off by a newer one must not stop its successor when it goes; samples that
-// cannot play cost no source, and one that breaks while playing ends with a log line.
-TEST_F(Pool, BrokenAndCutOffStreamsLeaveThePoolWhole) {
-    SourcePool pool(1);
+    // A streamed sound cut off by a newer one must not stop its successor when it goes; samples
+    // that cannot play cost no source, and one that breaks while playing ends with a log line.
+    SourcePool single(1);
     StreamedSample stream, missing, damaged;
     stream.filename = tone.filename;
-    pool.play(&stream, &looping);
-    Sound* successor = pool.play(&tone, &looping);
-    pool.perform(10.0f);
+    single.play(&stream, &looping);
+    Sound* successor = single.play(&tone, &looping, nullptr, 0);
+    single.perform(10.0f);
     ALint state = 0;
     alGetSourcei(successor->getSource()->name, AL_SOURCE_STATE, &state);
     EXPECT_EQ(state, AL_PLAYING);
     missing.filename = "nowhere/x.ogg";
-    EXPECT_EQ(thrownBy([&] { pool.play(&missing); }),
+    EXPECT_EQ(thrownBy([&] { single.play(&missing); }),
               "Error loading file \"nowhere/x.ogg\": Could not open file \"nowhere/x.ogg\".");
     Sample plain;
-    EXPECT_THROW(pool.play(&plain), std::string);
-    EXPECT_EQ(pool.getSize(), 1);
+    EXPECT_THROW(single.play(&plain), std::string);
+    EXPECT_EQ(single.getSize(), 1);
     damaged.filename = damage(makeOgg("damaged.ogg", "3 whitenoise vol 0.3"));
     damaged.bufferSize = 16384;
     Watch watch;
     EXPECT_NE(captured([&] {
-                  ASSERT_TRUE(pool.play(&damaged, nullptr, &watch));
-                  performUntilDone(pool, watch);
+                  ASSERT_TRUE(single.play(&damaged, nullptr, &watch));
+                  performUntilDone(single, watch);
               }).find("(error) Could not decode Ogg stream: "),
               std::string::npos);
 }

@@ -24,7 +24,7 @@ protected:
 
 // A "pressed" button of any device holds its trigger from its press, queued by every frame, until
 // its own release, which queues it once more.
-TEST_F(Translation, PressedButtonsHoldUntilTheirOwnRelease) {
+TEST_F(Translation, PressedButtonsHoldUntilTheirOwnReleaseAndAxesScaleBetweenDeadZoneAndSaturation) {
     Trigger* x = new Trigger(&evaluator, 1, "x", "", ksPressed);
     new KeyTranslator(x, SDLK_LEFT, ksDefault, -1.0f);
     new MouseButtonTranslator(x, 1, ksDefault, -1.0f);
@@ -61,9 +61,8 @@ TEST_F(Translation, PressedButtonsHoldUntilTheirOwnRelease) {
     EXPECT_TRUE(press(SDLK_ESCAPE, false) && press(SDLK_a, true));
     EXPECT_EQ(menu->value + evaluator.find("axis")->value, 2.5f);
     EXPECT_EQ(drain(q), (Fired{menu}));  // the analog trigger is not queued
-}
 
-TEST_F(Translation, AxesScaleBetweenDeadZoneAndSaturation) {
+    // Axes scale between the dead zone and saturation.
     Trigger* analog = new Trigger(&evaluator, 1, "y", "", 1.0f);
     auto* up = new JoyAxisTranslator(analog, 0, 1, +1, 4000, 30000);
     const struct { Sint16 v; bool consumed; float value; } cases[] = {

@@ -23,7 +23,7 @@ struct Task : norvane::BackgroundTask {
 }  // namespace
 
 // The crash handler ends the process, so each case runs in a child of its own.
-TEST(CrashHandler, EachSignalPrintsItsTextAndExitsCleanly) {
+TEST(Lifecycle, CrashHandlerPrintsEachSignalAndQuitFreesTasksOnceAndExitsWithStatusZero) {
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[] { raise(SIGINT); }, "Interactive attention."},
         {[] { raise(SIGTERM); }, "Termination request."},
@@ -55,15 +55,12 @@ TEST(CrashHandler, EachSignalPrintsItsTextAndExitsCleanly) {
     EXPECT_EXIT(
         {
             norvane::init(0, true);
-            norvane::backgroundTasks.push_back(new Task([] {
-                for (;;) pause();
-            }));
+            norvane::backgroundTasks.push_back(new Task([] { for (;;) pause(); }));
             raise(SIGTERM);
         },
         testing::ExitedWithCode(0), "Termination request.");
-}
 
-TEST(Lifecycle, InitLogsTheVersionAndQuitFreesTasksOnceAndExitsWithStatusZero) {
+    // Init logs the version; quit frees the tasks once and exits with status 0.
     testing::internal::CaptureStdout();
     norvane::init(0, false);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),

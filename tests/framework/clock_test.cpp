@@ -7,7 +7,7 @@
 
 using namespace norvane;
 
-TEST(Clock, FpsIsTheRoundedAverageOverTenFrames) {
+TEST(Clock, FpsIsTheRoundedAverageOverTenFramesAndRandomIntegersCoverTheirRange) {
     for (int i = 0; i < 9; ++i) EXPECT_EQ(calcFPS(20), 0);
     EXPECT_EQ(calcFPS(20), 50);
     for (int i = 0; i < 9; ++i) EXPECT_EQ(calcFPS(30), 50);  // stands until the next ten are in
@@ -20,9 +20,8 @@ TEST(Clock, FpsIsTheRoundedAverageOverTenFrames) {
     SDL_Delay(5);
     EXPECT_GE(getElapsedTicks(), 5u);  // a lower bound only: a busy machine may take longer
     SDL_Quit();
-}
 
-TEST(Random, IntegersCoverTheInclusiveRangeAndNothingElse) {
+    // Random integers cover the inclusive range and nothing else.
     std::srand(1);
     int seen[3] = {0, 0, 0};
     for (int i = 0; i < 3000; ++i) {

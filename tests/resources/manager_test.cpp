@@ -51,7 +51,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Resources, DefinitionLoadsInDocumentOrderWithItsMessagesAndTheFirstFaultEndsIt) {
+TEST_F(Resources, DefinitionLoadsInDocumentOrderTheFirstFaultEndsItAndBanksDestroyTheirResourcesOnce) {
     OwningManager manager;
     EXPECT_EQ(captured([&] {
                   manager.load(writeFile("order.xml", "<resources dir='gfx/'><tests name='a'><item key='x'/><item key='y'/>"
@@ -87,9 +87,9 @@ TEST_F(Resources, DefinitionLoadsInDocumentOrderWithItsMessagesAndTheFirstFaultE
               "bank failed");
     EXPECT_EQ(manager.banks.size(), 5u);  // the banks before the fault stay listed
     EXPECT_FALSE(manager.get<TestBank>("t") || manager.get<TestBank>("f3"));
-}
 
-TEST_F(Resources, BanksDestroyTheirResourcesOnce) {
+    // Banks destroy their resources once.
+    journal.clear();
     {
         TestBank bank;
         bank.label = "owner";
