@@ -62,8 +62,8 @@ protected:
 
 }  // namespace
 
-TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
-    Application* app = new Application;
+TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDrawsAtTheRateItIsTold) {
+    static Application* app = new Application;  // kept reachable: destroying it would end the process
     auto* a = new Recorder(journal, "a", 2);
     auto* b = new Recorder(journal, "b", 1);
     a->activate();
@@ -73,6 +73,7 @@ TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
     app->perform(16);
     EXPECT_EQ(journal, (Journal{"a event 1", "a deactivate", "b event 2", "b perform 0 16", "b draw 0"}));
     a->next = nullptr;
+    journal.clear();
     a->activate();
     app->queue = nullptr;  // without a queue no events are read
     q << fakeTrigger(3);
@@ -80,8 +81,8 @@ TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
     delete a;  // a stays alive when deactivated
     EXPECT_EQ(app->state, nullptr);
     delete b;
-    EXPECT_EQ(journal, (Journal{"a event 1", "a deactivate", "b event 2", "b perform 0 16", "b draw 0", "b deactivate",
-                                "a perform 0 7", "a perform 1 7", "a draw 0", "a draw 1", "a deleted", "b deleted"}));
+    EXPECT_EQ(journal, (Journal{"b deactivate", "a perform 0 7", "a perform 1 7", "a draw 0", "a draw 1", "a deleted",
+                                "b deleted"}));
 
     // A quit request deletes the active state, which ends the run.
     app->queue = &q;
@@ -98,38 +99,36 @@ TEST_F(Loop, PassHandsTriggersToTheActiveStateThenPerformsAndDraws) {
     app->run();
     ASSERT_EQ(journal.size(), 2u);
     EXPECT_EQ(journal[1], "d deleted");
-}
 
-// A frame rate limit caps long passes and pads short ones; fixed-rate steps read the events per
-// step and draw once per pass.
-TEST_F(Loop, LimitedAndFixedRatesStepAsTold) {
-    static auto* app = new SleepCounter;  // kept reachable: destroying it would end the process
-    auto* a = new Recorder(journal, "a", 1);
+    // A frame rate limit caps long passes and pads short ones; fixed-rate steps read the events per
+    // step and draw once per pass.
+    static auto* limited = new SleepCounter;
+    a = new Recorder(journal, "a", 1);
     a->activate();
-    app->perform(400);  // no limits: passed through
-    app->maxTicks = 50;
-    for (unsigned int ticks : {400, 50}) app->perform(ticks);  // 50 is at the cap: not capped
+    journal.clear();
+    limited->perform(400);  // no limits: passed through
+    limited->maxTicks = 50;
+    for (unsigned int ticks : {400, 50}) limited->perform(ticks);  // 50 is at the cap: not capped
     EXPECT_EQ(journal,
               (Journal{"a perform 0 400", "a draw 0", "a perform 0 50", "a draw 0", "a perform 0 50", "a draw 0"}));
-    app->minTicks = 20;
+    limited->minTicks = 20;
     journal.clear();
     getElapsedTicks();
-    for (unsigned int ticks : {5, 20}) app->perform(ticks);  // 20 is at the floor: no padding
-    EXPECT_EQ(app->sleeps, (std::vector<unsigned int>{1, 15}));
+    for (unsigned int ticks : {5, 20}) limited->perform(ticks);  // 20 is at the floor: no padding
+    EXPECT_EQ(limited->sleeps, (std::vector<unsigned int>{1, 15}));
     // What the sleep really took is added: never less than asked, more on a busy machine.
     EXPECT_GE(std::stoul(journal.at(0).substr(std::string("a perform 0 ").size())), 20u);
 
     auto* fixed = new FixedRateApplication;
     a->activate();  // in the new application
-    fixed->queue = &q;
-    q << fakeTrigger(1);
+    fixed->queue = &q;  // still holding the trigger sent while no queue was read
     journal.clear();
     fixed->perform(250);
     fixed->perform(40);
     EXPECT_EQ(fixed->accumulated, 90u);
     a->destroyInLayer = 0;  // ending itself in the first step, it gets no second step and no draw
     fixed->perform(310);
-    EXPECT_EQ(journal, (Journal{"a event 1", "a perform 0 100", "a perform 0 100", "a draw 0", "a draw 0",
+    EXPECT_EQ(journal, (Journal{"a event 3", "a perform 0 100", "a perform 0 100", "a draw 0", "a draw 0",
                                 "a perform 0 100", "a deleted"}));
     EXPECT_EQ(fixed->accumulated, 0u);
 }
