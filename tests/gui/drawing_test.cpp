@@ -139,16 +139,15 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     // Widget centres, in window pixels: the pane sits at (20, 20).
     auto centre = [&](const char* name) {
         const Component* c = at(name);
-        return std::pair<int, int>(int(20 + c->getPos().x + c->getDimensions().x / 2),
-                                   int(20 + c->getPos().y + c->getDimensions().y / 2));
+        return std::pair{int(20 + c->getPos().x + c->getDimensions().x / 2), int(20 + c->getPos().y + c->getDimensions().y / 2)};
     };
     // Rows: buttons, unchecked and checked boxes, lists with the marker in the middle, text fields;
     // the vertical slider's handle half way up; a label without a font style: its image in the middle.
-    const std::pair<const char*, Uint32> centres[] = {
-        {"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080}, {"c0", 0x404040}, {"c2", 0x008000},
-        {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060}, {"k3", 0x600060}, {"d0", 0xFFFF00}, {"t0", 0x404040},
-        {"t2", 0x008000}, {"s3", 0x404040}, {"fontless3", 0xFFFF00}};
-    for (const auto& [name, colour] : centres) EXPECT_EQ(pixel(centre(name).first, centre(name).second), colour) << name;
+    for (const auto& [name, colour] : {std::pair{"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080},
+                                       {"c0", 0x404040}, {"c2", 0x008000}, {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060},
+                                       {"k3", 0x600060}, {"d0", 0xFFFF00}, {"t0", 0x404040}, {"t2", 0x008000}, {"s3", 0x404040},
+                                       {"fontless3", 0xFFFF00}})
+        EXPECT_EQ(pixel(centre(name).first, centre(name).second), Uint32(colour)) << name;
     // The cursor over everything with its own blending, beside it b1; the bevel light on the left
     // and dark below; the dropdown lists' boxes beside their markers; s0's bar and its handle at 0
     // after the dec button, showing its value, s2's at 10 and hot, s3's bar; text vertically centred: b0's "AB" with
@@ -156,30 +155,22 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     // in t0); the label's marker at its left edge with its text right of it; the textured frame's
     // edges outside the pane and its stretched centre inside; a child inside its container and
     // clipped at the container's right edge.
-    const struct {
-        int x, y;
-        Uint32 colour;
-    } pixels[] = {
-        {255, 535, 0xFF0000}, {270, 535, 0x800000}, {39, 535, 0xFFFFFF}, {100, 519, 0x000000},
+    for (const auto& [x, y, colour] : {std::tuple{255, 535, 0xFF0000}, {270, 535, 0x800000}, {39, 535, 0xFFFFFF}, {100, 519, 0x000000},
         {centre("d0").first - 10, centre("d0").second, 0x404040}, {centre("d3").first - 10, centre("d3").second, 0x000080},
         {190, 290, 0x303030}, {70, 290, 0x404040}, {63, 290, 0xFFFFFF}, {630, 290, 0x008000}, {690, 230, 0x303030},
         {43, 535, 0xFFFFFF}, {46, 535, 0x404040}, {50, 535, 0xFFFFFF}, {43, 528, 0x404040}, {363, 235, 0xFFFFFF},
         {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF}, {16, 300, 0x0000FF},
-        {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010}, {130, 100, 0x404040}, {150, 100, 0x102010}};
-    for (const auto& p : pixels) EXPECT_EQ(pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
+        {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010}, {130, 100, 0x404040}, {150, 100, 0x102010}})
+        EXPECT_EQ(pixel(x, y), Uint32(colour)) << x << "," << y;
     // Input through SDL's own queue, after what the window system had queued: a hover and a click
     // on b0, then Return, confirm it twice.
-    for (SDL_Event e; SDL_PollEvent(&e);) {
-    }
+    for (SDL_Event e; SDL_PollEvent(&e);) continue;
     Callback callback;
     gui->setCallback(&callback);
     q.push(gui);
-    const auto [x, y] = centre("b0");
-    for (SDL_Event e : {mouseMotionEvent(Uint16(x), Uint16(600 - y)), mouseButtonEvent(1, true, Uint16(x), Uint16(600 - y)),
-                        mouseButtonEvent(1, false, Uint16(x), Uint16(600 - y)), keyEvent(SDLK_RETURN, true, '\r')}) {
+    const Uint16 x = Uint16(centre("b0").first), y = Uint16(600 - centre("b0").second);
+    for (SDL_Event e : {mouseMotionEvent(x, y), mouseButtonEvent(1, true, x, y), mouseButtonEvent(1, false, x, y),
+                        keyEvent(SDLK_RETURN, true, '\r')})
         ASSERT_EQ(SDL_PushEvent(&e), 0);
-    }
-    EXPECT_TRUE(q.readEvents());
-    EXPECT_EQ(gui->getFocused(), at("b0"));
-    EXPECT_EQ(callback.confirms, 2);
+    EXPECT_TRUE(q.readEvents() && gui->getFocused() == at("b0") && callback.confirms == 2);
 }
