@@ -5,8 +5,7 @@
 #include "support/surfaces.h"
 
 using norvane::gfx::Bitmask;
-using norvane::sprites::Sprite;
-using norvane::sprites::SpriteEngine;
+using namespace norvane::sprites;
 
 namespace {
 
@@ -24,11 +23,7 @@ public:
         calls->push_back({this, other});
         collidable = collidable && !spentOnHit;
     }
-    void setMask(Bitmask* m) {
-        mask = m;
-        outerBoundingBox = m->getOuterBoundingBox();
-        innerBoundingBox = m->getInnerBoundingBox();
-    }
+    void setMask(Bitmask* m) { mask = m, outerBoundingBox = m->getOuterBoundingBox(), innerBoundingBox = m->getInnerBoundingBox(); }
 
     Calls* calls;
     Bitmask* mask = nullptr;
@@ -76,10 +71,8 @@ TEST(SpriteCollision, BoxesTouchOnlyAtTheLeftOrTopEdgeAndMasksDecideAfterThem) {
     }
     Bitmask ring(surfaceFromPicture({"####", "#..#", "#..#", "####"}).get(), 0.5f, false);
     Bitmask dot(surfaceFromPicture({"#"}).get(), 0.5f, false);
-    a.position = {0, 100};
-    b.position = {1, 99};  // b's pixel in the ring's hollow at (1, 1)
-    a.setMask(&ring);
-    b.setMask(&dot);
+    a.position = {0, 100}, b.position = {1, 99};  // b's pixel in the ring's hollow at (1, 1)
+    a.setMask(&ring), b.setMask(&dot);
     EXPECT_FALSE(a.checkCollision(&b));
     b.mask = nullptr;  // without a mask the boxes decide
     EXPECT_TRUE(a.checkCollision(&b));

@@ -1,20 +1,12 @@
-#include <GL/gl.h>
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "gfx/animations.h"
 #include "gfx/imagebank.h"
 #include "gfx/simpleimage.h"
 #include "sprites/sprites.h"
 #include "support/window.h"
 
-using norvane::Color;
-using norvane::gfx::Animation;
+using namespace norvane;
+using namespace norvane::sprites;
 using norvane::gfx::SimpleImage;
-using norvane::sprites::ImageSprite;
-using norvane::sprites::Sprite;
-using norvane::sprites::SpriteEngine;
 
 namespace {
 
@@ -62,20 +54,17 @@ protected:
 TEST_F(SpriteDrawing, EngineBlendsSpritesInOrderAndSkipsInvisibleOnes) {
     Block below(130, Color(1, 0, 0, 0.5f)), back(100, Color(1, 0, 0, 0.5f)), alpha(110, Color(0, 1, 0, 0.5f));
     Block additive(115, Color(0, 1, 0, 0.5f)), hidden(100, Color(1, 1, 1, 1));
-    additive.blendMode = norvane::BLEND_ADDITIVE;
-    hidden.visible = false;
+    additive.blendMode = BLEND_ADDITIVE, hidden.visible = false;
     SpriteEngine engine;
-    engine.blendMode = norvane::BLEND_ALPHA;
+    engine.blendMode = BLEND_ALPHA;
     for (Sprite* s : std::vector<Sprite*>{&back, &alpha, &additive, &hidden, &below}) engine.addBack(s);
     engine.addFront(&below);  // drawn first, under everything
     engine.draw();
     EXPECT_FALSE(glIsEnabled(GL_BLEND));  // the engine restores what it found
     // Red alone (the hidden white block not drawn), green over red, green added to that, to green,
     // to the red drawn first, and that red alone.
-    for (const auto& [x, r, g] : {std::tuple{105, 128, 0}, {112, 64, 128}, {118, 64, 255}, {125, 0, 255},
-                                  {132, 128, 128}, {140, 128, 0}}) {
+    for (const auto& [x, r, g] : {std::tuple{105, 128, 0}, {112, 64, 128}, {118, 64, 255}, {125, 0, 255}, {132, 128, 128}, {140, 128, 0}})
         EXPECT_TRUE(near(at(x, 190), r, g, 0, 255)) << x << ": " << at(x, 190);
-    }
 }
 
 TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByPixels) {
@@ -88,10 +77,9 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByP
     engine.draw();
     // Upper-left corner at (100 - 2, 200 + 1): the image covers x 98..105 and y 197..200; the
     // tinted one below at half alpha.
-    const std::tuple<int, int, int, int> pixels[] = {{98, 200, 255, 0}, {98, 197, 255, 0}, {104, 197, 0, 255},
-                                                     {97, 198, 0, 0},   {98, 201, 0, 0},   {98, 196, 0, 0},
-                                                     {105, 198, 0, 0},  {99, 98, 128, 0}};
-    for (const auto& [x, y, r, g] : pixels) EXPECT_TRUE(near(at(x, y), r, g, 0, 255, 3)) << x << "," << y << ": " << at(x, y);
+    for (const auto& [x, y, r, g] : {std::tuple{98, 200, 255, 0}, {98, 197, 255, 0}, {104, 197, 0, 255}, {97, 198, 0, 0},
+                                     {98, 201, 0, 0}, {98, 196, 0, 0}, {105, 198, 0, 0}, {99, 98, 128, 0}})
+        EXPECT_TRUE(near(at(x, y), r, g, 0, 255, 3)) << x << "," << y << ": " << at(x, y);
 
     ImageSprite other({106, 200}, true, images.find("wide")), hollow({100, 200}, true, images.find("empty"));
     EXPECT_TRUE(ship.checkCollision(&other));
@@ -101,7 +89,7 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByP
 }
 
 TEST_F(SpriteDrawing, ImageSpritesFollowTheirAnimationsFrame) {
-    Animation grow("grow");
+    gfx::Animation grow("grow");
     grow.frames = {{images.find("wide"), 50}, {images.find("empty"), 50}};
     ImageSprite sprite({0, 0}, true, images.find("wide"));
     sprite.setAnimation(&grow, 1.0f);
@@ -112,10 +100,10 @@ TEST_F(SpriteDrawing, ImageSpritesFollowTheirAnimationsFrame) {
     // The sprite owns animation references, never bank images; the leak checker sees to the rest.
     sprite.setAnimation(&grow, 2.0f);
     sprite.setImage(images.find("wide"));
-    EXPECT_EQ(sprite.size.x, 8.0f);
+    const float wide = sprite.size.x;
     sprite.setAnimation(&grow, 1.0f);
     sprite.autoclearImage();
     sprite.getImageData();
-    EXPECT_EQ(sprite.size.x, 0.0f);
+    EXPECT_EQ((std::vector<float>{wide, sprite.size.x}), (std::vector<float>{8, 0}));
     sprite.setAnimation(&grow, 1.0f);  // deleted with the sprite
 }
