@@ -16,14 +16,12 @@ inline std::string writePng(const std::string& name, const SurfacePtr& surface) 
 // Quarters, as seen with the top row up: red and white above, blue and half-transparent green below.
 inline SurfacePtr quarteredSurface(int width, int height) {
     SurfacePtr surface = makeRgbaSurface(width, height);
-    for (int y = 0; y < height; ++y) {
+    for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
             const bool left = x < width / 2, top = y < height / 2;
             if (top) setPixel(surface.get(), x, y, 255, left ? 0 : 255, left ? 0 : 255, 255);
-            else if (left) setPixel(surface.get(), x, y, 0, 0, 255, 255);
-            else setPixel(surface.get(), x, y, 0, 255, 0, 128);
+            else setPixel(surface.get(), x, y, 0, left ? 0 : 255, left ? 255 : 0, left ? 255 : 128);
         }
-    }
     return surface;
 }
 

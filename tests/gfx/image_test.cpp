@@ -6,7 +6,7 @@
 #include "support/window.h"
 
 using namespace norvane;
-using norvane::gfx::SimpleImage;
+using namespace norvane::gfx;
 
 static GLint textureParameter(const SimpleImage* image, GLenum parameter) {
     glBindTexture(GL_TEXTURE_2D, image->getTextureName());
@@ -25,9 +25,8 @@ TEST_F(WindowTest, TexturesArePaddedToPowersOfTwoAndMasksComeFromTheUnpaddedImag
                                       image.getRightTexCoord(), image.getLowerTexCoord()}),
                   (std::vector<float>{float(w), float(h), float(tw), float(th), 0, 0, float(w) / tw, float(h) / th}));
         // No threshold, no bitmask: the whole image is the outer box and nothing the inner one.
-        EXPECT_EQ(image.getBitmask(), nullptr);
-        EXPECT_EQ(image.getOuterBoundingBox().width * image.getOuterBoundingBox().height, w * h);
-        EXPECT_EQ(image.getInnerBoundingBox().width, 0);
+        EXPECT_TRUE(!image.getBitmask() && image.getOuterBoundingBox().width * image.getOuterBoundingBox().height == w * h &&
+                    image.getInnerBoundingBox().width == 0);
         image.release(true);
     }
     SimpleImage image("i", writePng("masked.png", surfaceFromPicture({"..........", "..#######.", "..#######.",
@@ -39,21 +38,18 @@ TEST_F(WindowTest, TexturesArePaddedToPowersOfTwoAndMasksComeFromTheUnpaddedImag
     EXPECT_EQ((std::vector<int>{outer.x, outer.y, outer.width, outer.height, inner.width * inner.height}),
               (std::vector<int>{2, 1, 7, 4, 28}));
     // A reload keeps the mask and, as every load does, resets the boxes to the whole image.
-    const norvane::gfx::Bitmask* mask = image.getBitmask();
+    const Bitmask* mask = image.getBitmask();
     image.reload(true);
-    EXPECT_EQ(image.getBitmask(), mask);
-    EXPECT_EQ(image.getOuterBoundingBox().width + image.getInnerBoundingBox().width, 10);
+    EXPECT_TRUE(image.getBitmask() == mask && image.getOuterBoundingBox().width + image.getInnerBoundingBox().width == 10);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
 TEST_F(WindowTest, FiltersAreCappedByTheBank) {
     writePng("f.png", quarteredSurface(16, 16));
-    norvane::gfx::ImageBank bank;
-    bank.load(writeFile("images.xml", "<images><image name=\"none\" filename=\"f.png\" filter=\"none\"/>"
-                                      "<image name=\"linear\" filename=\"f.png\" clamp=\"true\"/>"
-                                      "<image name=\"bilinear\" filename=\"f.png\" filter=\"bilinear\"/>"
-                                      "<image name=\"trilinear\" filename=\"f.png\" filter=\"trilinear\"/></images>"),
-              "");
+    ImageBank bank;
+    bank.load(writeFile("images.xml", "<images><image name=\"none\" filename=\"f.png\" filter=\"none\"/><image name=\"linear\""
+                                      " filename=\"f.png\" clamp=\"true\"/><image name=\"bilinear\" filename=\"f.png\" filter=\"bilinear\"/>"
+                                      "<image name=\"trilinear\" filename=\"f.png\" filter=\"trilinear\"/></images>"), "");
     bank.refresh(nullptr);
     auto image = [&](const char* name) { return static_cast<SimpleImage*>(bank.find(name)); };
     for (const auto& [name, minFilter, magFilter, levelOneWidth] :
@@ -70,7 +66,7 @@ TEST_F(WindowTest, FiltersAreCappedByTheBank) {
                                            {"linear", GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE}, {"none", GL_TEXTURE_WRAP_S, GL_REPEAT}})
         EXPECT_EQ(textureParameter(image(name), wrap), mode) << name;
     // With the cap raised, a refresh only filters the textures that are there.
-    bank.maxFilter = gfx::FILTER_TRILINEAR;
+    bank.maxFilter = FILTER_TRILINEAR;
     const unsigned int texture = image("trilinear")->getTextureName();
     bank.refresh(nullptr);
     EXPECT_EQ((std::vector<GLint>{GLint(image("trilinear")->getTextureName()), textureParameter(image("trilinear"), GL_TEXTURE_MIN_FILTER),
@@ -79,7 +75,7 @@ TEST_F(WindowTest, FiltersAreCappedByTheBank) {
     bank.release();
     bank.release();  // twice does nothing
     EXPECT_EQ(image("none")->getTextureName() + image("none")->getWidth(), 16u);
-    image("none")->setFilter(gfx::FILTER_NONE);  // no texture: nothing to filter or draw
+    image("none")->setFilter(FILTER_NONE);  // no texture: nothing to filter or draw
     image("none")->draw(basic_Vector2D<float>{0.0f, 0.0f}, BLEND_ALPHA);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
@@ -91,10 +87,8 @@ TEST_F(WindowTest, BrokenOrHugeImageFilesThrowAndLeaveNoTexture) {
     for (size_t i = good.size() / 2; i < good.size() - 12; ++i) corrupt[i] = static_cast<char>(corrupt[i] ^ 0x5A);
     auto declaring = [&](int width, int height) {
         std::string png = good;
-        for (int i = 0; i < 4; ++i) {
-            png[16 + i] = static_cast<char>(width >> (24 - 8 * i));  // the IHDR chunk's data
-            png[20 + i] = static_cast<char>(height >> (24 - 8 * i));
-        }
+        for (int i = 0; i < 4; ++i)  // the IHDR chunk's data
+            png[16 + i] = char(width >> (24 - 8 * i)), png[20 + i] = char(height >> (24 - 8 * i));
         return writeFile("huge" + std::to_string(width) + ".png", png);
     };
     const std::pair<std::string, std::string> files[] = {{scratchPath("missing.png"), ""}, {writeFile("text.png", "Not an image.\n"), ""},
@@ -131,10 +125,7 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     const std::string bmp = scratchPath("bgr.bmp");
     ASSERT_EQ(SDL_SaveBMP(bgrSurface.get(), bmp.c_str()), 0);
     SimpleImage converted("bgr", bmp);
-    for (SimpleImage* image : {&square, &padded, &rgb, &converted}) {
-        image->refresh(true);
-        image->setFilter(gfx::FILTER_NONE);  // exact pixels
-    }
+    for (SimpleImage* image : {&square, &padded, &rgb, &converted}) image->refresh(true), image->setFilter(FILTER_NONE);  // exact pixels
     begin2D(Color(0.5f, 0.5f, 0.5f), true, BLEND_ADDITIVE);
     square.draw(basic_Vector2D<float>{100, 500}, BLEND_DEFAULT);  // keeps the context's additive
     square.draw(basic_Vector2D<float>{200, 500}, BLEND_ALPHA);
