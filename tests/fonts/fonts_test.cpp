@@ -11,8 +11,8 @@ using norvane::fonts::FontDescriptor;
 
 namespace {
 
-// A 16 x 32 glyph sheet: line 1 holds "A" (5 wide, white) and "B" (7 wide, red) one pixel apart;
-// line 2, two pixels below line 1, holds "C" (3 wide, green). Glyphs are 10 high.
+// A 16 x 32 glyph sheet: line 1 holds "A" (5 wide, white) and "B" (7 wide, red) one pixel apart; line 2, two pixels
+// below line 1, holds "C" (3 wide, green). Glyphs are 10 high.
 const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
   <char width="4"/>
   <image file="glyphs.png">
@@ -110,8 +110,8 @@ TEST_F(WindowTest, FontBanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     other->print("AB");
     bank.refresh();
     EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);
-    // The game's start-up reports a font it cannot show and ends, so a glyph image that will not
-    // load must reach it; a font whose refresh fails on the way is left empty, not half made.
+    // The game's start-up reports a font it cannot show and ends, so a glyph image that will not load must reach it; a
+    // font whose refresh fails on the way is left empty, not half made.
     const GLuint lists = dynamic_cast<BitmapFont*>(blocks)->listBase;
     std::remove((dir + "one/glyphs.png").c_str());
     EXPECT_THROW(blocks->refresh(), std::string);

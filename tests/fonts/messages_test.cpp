@@ -59,8 +59,8 @@ TEST(BlinkMessage, AlternatesItsPhasesAndNeverSpins) {
         }
     }
     EXPECT_EQ(shown, "######..#.######.#");
-    // A step of several cycles toggles as often as they require: from the end of an "off" phase,
-    // four whole cycles, then 100 into "on", which leaves 400 of it.
+    // A step of several cycles toggles as often as they require: from the end of an "off" phase, four whole cycles,
+    // then 100 into "on", which leaves 400 of it.
     uneven.perform(4 * 750 + 100);
     EXPECT_TRUE(uneven.visible && uneven.phaseTime == 400.0f);
 }

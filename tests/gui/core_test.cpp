@@ -100,8 +100,7 @@ TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
     EXPECT_EQ(callback.moves, 7);
     EXPECT_FALSE(d->keyDown(&q, SDLK_a, KMOD_NONE, 'a'));
 
-    // Tab cycles inside the innermost non-focusable container, down into a focusable one's
-    // children and back up to it.
+    // Tab cycles inside the innermost non-focusable container, down into a focusable one's children and back up to it.
     Component* box = pane(gui);
     Probe* label = add(*box, "label", {}, false);
     add(*box, "first");

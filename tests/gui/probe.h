@@ -44,15 +44,13 @@ private:
     Journal& journal;
 };
 
-// Counts the callback's calls.
 struct Callback : norvane::gui::GUICallback {
     void onMove() override { ++moves; }
     void onConfirm() override { ++confirms; }
     int moves = 0, confirms = 0;
 };
 
-// A visible, active 640 x 480 GUI with a callback, in front of an evaluator that takes whatever
-// the GUI lets through.
+// A visible, active 640 x 480 GUI with a callback, in front of an evaluator that takes whatever the GUI lets through.
 class GuiTest : public testing::Test {
 protected:
     GuiTest() {
