@@ -29,7 +29,7 @@ struct Counted : Message {
 
 }  // namespace
 
-TEST(Messages, ExpireReplaceOrAccumulate) {
+TEST(Messages, ExpireReplaceOrAccumulateAndBlink) {
     int destroyed = 0;
     Ledger fallback, own;
     Messages messages;
@@ -47,9 +47,8 @@ TEST(Messages, ExpireReplaceOrAccumulate) {
     EXPECT_EQ(messages.messages.back()->font, &fallback);
     messages.perform(150);
     EXPECT_EQ(messages.messages.size() * 10 + destroyed, 13u);
-}
 
-TEST(BlinkMessage, AlternatesItsPhasesAndNeverSpins) {
+    // Blinking messages alternate their phases and never spin.
     BlinkMessage same("x", 3000, 500, -1), uneven("x", 10000, 500, 250), still;  // off as long as on; all times 0
     std::string shown;
     for (int i = 0; i < 6; ++i) {

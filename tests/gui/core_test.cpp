@@ -56,22 +56,20 @@ TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents
     under->center({20, 5});  // (20 - 31) / 2 = -5, (5 - 10) / 2 = -2
     EXPECT_EQ((std::vector<float>{r.x, r.y, centred.x, centred.y, under->getPos().x, under->getPos().y}),
               (std::vector<float>{85, 25, 134, 20, -5, -2}));
-}
 
-TEST_F(Tree, FocusFlagsFollowTheChainAndLeavingTheTreeGivesTheFocusBack) {
-    Component* box = pane(gui);
-    Probe *a = add(*box, "a"), *b = add(gui, "b");
-    a->setFocused(true);
-    EXPECT_TRUE(a->isFocused() && box->isFocused() && gui.isFocused());
+    // Focus flags follow the chain up; leaving the tree gives the focus back.
+    under->setEnabled(true);
+    under->setFocused(true);
+    EXPECT_TRUE(under->isFocused() && box->isFocused() && gui.isFocused());
     b->setFocused(true);
-    EXPECT_FALSE(a->isFocused() || box->isFocused());
-    a->setFocused(false);  // does not hold it: nothing happens
+    EXPECT_FALSE(under->isFocused() || box->isFocused());
+    under->setFocused(false);  // does not hold it: nothing happens
     EXPECT_TRUE(b->isFocused() && gui.isFocused());
     b->setFocused(false);
     EXPECT_FALSE(b->isFocused() || gui.isFocused());
     EXPECT_EQ(gui.getFocused(), b);  // the pointer stays
-    a->setFocused(true);
-    a->captureMouse(true);
+    under->setFocused(true);
+    under->captureMouse(true);
     delete box;  // a focused, capturing component must not leave a dangling pointer behind
     EXPECT_TRUE(gui.getFocused() == &gui && !gui.getMouseCaptured());
 }
@@ -115,13 +113,13 @@ TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
     for (Component* c : box->getChildren()) c->setEnabled(c == label);
     label->setFocused(true);  // with nothing focusable in reach, Tab changes nothing
     EXPECT_EQ(press({SDLK_TAB}), (Journal{"label"}));
-}
 
-TEST_F(Tree, NeighboursOfSpanningCellsAndEmptyCells) {
-    Probe *wide = add(gui, "wide", {}, true, 0, 0, 2), *left = add(gui, "left", {}, true, 0, 1);
-    Probe *right = add(gui, "right", {}, true, 1, 1), *tall = add(gui, "tall", {}, true, 2, 0);
+    // Neighbours of spanning cells and empty cells.
+    Component* grid = pane(gui);
+    Probe *wide = add(*grid, "wide", {}, true, 0, 0, 2), *left = add(*grid, "left", {}, true, 0, 1);
+    Probe *right = add(*grid, "right", {}, true, 1, 1), *tall = add(*grid, "tall", {}, true, 2, 0);
     tall->gridHeight = 2;
-    gui.recalcNeighbours();
+    grid->recalcNeighbours();
     // From its top-left cell, (1, 0) is the wide one itself; the tall one spans the whole column.
     EXPECT_EQ((Children{wide->neighbours[East], wide->neighbours[West], right->neighbours[North],
                         left->neighbours[West], tall->neighbours[South], tall->neighbours[East]}),

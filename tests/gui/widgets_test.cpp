@@ -97,7 +97,7 @@ TEST_F(Widgets, KeysAndJoystickButtonsClickButtonsAndCheckboxesAndOnlyWhatTheyUs
     EXPECT_EQ(behind.seen, (std::vector<int>{SDL_JOYBUTTONDOWN, SDL_KEYUP, SDL_JOYBUTTONDOWN}));
 }
 
-TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
+TEST_F(Widgets, TextFieldsTakeLatin1CharactersUpToTheirLimitAndInputCaptorsRecordOneInput) {
     text->setFocused(true);
     type('a', SDLK_a);
     frames(32);  // 320 ms: still one
@@ -124,9 +124,8 @@ TEST_F(Widgets, TextFieldTakesLatin1CharactersUpToItsLimitAndRepeatsHeldKeys) {
     EXPECT_EQ(gui->getFocused(), ok);
     EXPECT_EQ(text->getCaption(), " \xA0\xFF");
     EXPECT_TRUE(behind.seen.empty());  // key releases are used too
-}
 
-TEST_F(Widgets, InputCaptorRecordsOneKeyButtonOrAxisThenSwallowsKeysUntilEnabled) {
+    // An input captor records one key, button or axis, then swallows keys until enabled again.
     auto* captor = get<InputCaptor>("captor");
     captor->setFocused(true);
     EXPECT_TRUE(captor->joyAxisMotion(&q, 0, 2, 0));  // centred: not captured

@@ -7,7 +7,7 @@
 
 using norvane::Color;
 
-TEST(Color, ReadFromXmlElements) {
+TEST(Screen, ColoursComeFromXmlPixelsFromLittleEndianBytesAndNothingOpensWithoutADisplay) {
     // The code wins; six digits have no red.
     for (const auto& [attributes, rgba] : std::vector<std::pair<std::vector<std::pair<std::string, std::string>>, std::vector<float>>>{
              {{{"code", "ff000080"}, {"red", "0"}}, {1, 0, 0, 128 / 255.0f}}, {{}, {0, 0, 0, 1}},
@@ -18,9 +18,6 @@ TEST(Color, ReadFromXmlElements) {
         const Color color(&node);
         EXPECT_EQ((std::vector<float>{color.red, color.green, color.blue, color.alpha}), rgba) << node.toString(0);
     }
-}
-
-TEST(Screen, GetPixelReadsLittleEndianBytesAndNothingOpensWithoutADisplay) {
     const Uint8 bytes[4] = {0x11, 0x22, 0x33, 0x44};
     SurfacePtr three(SDL_CreateRGBSurface(SDL_SWSURFACE, 2, 2, 24, 0xFF, 0xFF00, 0xFF0000, 0));
     std::memcpy(static_cast<Uint8*>(three->pixels) + three->pitch + 3, bytes, 3);  // pixel (1, 1)

@@ -67,7 +67,7 @@ TEST_F(SpriteDrawing, EngineBlendsSpritesInOrderAndSkipsInvisibleOnes) {
         EXPECT_TRUE(near(at(x, 190), r, g, 0, 255)) << x << ": " << at(x, 190);
 }
 
-TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByPixels) {
+TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotCollideByPixelsAndFollowTheirAnimation) {
     ImageSprite ship({100, 200}, true, images.find("wide")), tinted({100, 100}, true, images.find("wide"));
     ImageSprite blank({100, 200}, true, nullptr);  // nothing to draw, nothing to collide with
     tinted.color = Color(1, 1, 1, 0.5f);
@@ -86,9 +86,8 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotAndCollideByP
     other.position.x = 107;  // its first column on the ship's transparent last one
     EXPECT_FALSE(ship.checkCollision(&other) || ship.checkCollision(&hollow) || hollow.checkCollision(&ship) ||
                  blank.checkCollision(&ship));
-}
 
-TEST_F(SpriteDrawing, ImageSpritesFollowTheirAnimationsFrame) {
+    // An animated sprite takes on its current frame's image.
     gfx::Animation grow("grow");
     grow.frames = {{images.find("wide"), 50}, {images.find("empty"), 50}};
     ImageSprite sprite({0, 0}, true, images.find("wide"));
