@@ -9,8 +9,6 @@ using norvane::fonts::BitmapFont;
 using norvane::fonts::FontBank;
 using norvane::fonts::FontDescriptor;
 
-namespace {
-
 // A 16 x 32 glyph sheet: line 1 holds "A" (5 wide, white) and "B" (7 wide, red) one pixel apart; line 2, two pixels
 // below line 1, holds "C" (3 wide, green). Glyphs are 10 high.
 const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
@@ -21,7 +19,7 @@ const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" sp
   </image>
 </bitmapfont>)";
 
-std::string makeFontDir(const std::string& name, const std::string& description) {
+static std::string makeFontDir(const std::string& name, const std::string& description) {
     SurfacePtr sheet = makeRgbaSurface(16, 32);
     for (int y = 0; y < 32; ++y)
         for (int x = 0; x < 16; ++x) {
@@ -32,8 +30,6 @@ std::string makeFontDir(const std::string& name, const std::string& description)
     writeFile(name + "/bitmapfont.xml", description);
     return scratchPath(name + "/");
 }
-
-}  // namespace
 
 TEST_F(WindowTest, FontsPrintTextWhereItsJustificationPutsIt) {
     begin2D(norvane::Color(0, 0, 0, 1), true);

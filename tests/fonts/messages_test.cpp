@@ -7,8 +7,6 @@ using norvane::fonts::BlinkMessage;
 using norvane::fonts::Message;
 using norvane::fonts::Messages;
 
-namespace {
-
 // Writes down what it prints instead of drawing it.
 class Ledger : public norvane::fonts::Font {
 public:
@@ -26,8 +24,6 @@ struct Counted : Message {
     ~Counted() override { ++*destroyed; }
     int* destroyed;
 };
-
-}  // namespace
 
 TEST(Messages, ExpireReplaceOrAccumulateAndBlink) {
     int destroyed = 0;

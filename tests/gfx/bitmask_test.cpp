@@ -11,11 +11,9 @@ using norvane::basic_Rect;
 using norvane::gfx::Bitmask;
 using norvane::gfx::checkCollisionBitmask;
 
-namespace {
+static std::vector<int> box(const basic_Rect<int>& r) { return {r.x, r.y, r.width, r.height}; }
 
-std::vector<int> box(const basic_Rect<int>& r) { return {r.x, r.y, r.width, r.height}; }
-
-SurfacePtr randomSurface(int width, int height, double density, unsigned seed) {
+static SurfacePtr randomSurface(int width, int height, double density, unsigned seed) {
     std::mt19937 random(seed);
     std::bernoulli_distribution solid(density);
     SurfacePtr surface = makeRgbaSurface(width, height);
@@ -24,21 +22,21 @@ SurfacePtr randomSurface(int width, int height, double density, unsigned seed) {
     return surface;
 }
 
-bool bruteCollision(const Bitmask& a, const Bitmask& b, int dx, int dy) {
+static bool bruteCollision(const Bitmask& a, const Bitmask& b, int dx, int dy) {
     for (int y = std::max(0, dy); y < std::min(a.getHeight(), dy + b.getHeight()); ++y)
         for (int x = std::max(0, dx); x < std::min(a.getWidth(), dx + b.getWidth()); ++x)
             if (a.at(x, y) && b.at(x - dx, y - dy)) return true;
     return false;
 }
 
-bool allSolid(const Bitmask& m, const basic_Rect<int>& r) {
+static bool allSolid(const Bitmask& m, const basic_Rect<int>& r) {
     for (int y = r.y; y < r.y + r.height; ++y)
         for (int x = r.x; x < r.x + r.width; ++x)
             if (!m.at(x, y)) return false;
     return true;
 }
 
-int bruteLargestSolidArea(const Bitmask& m) {
+static int bruteLargestSolidArea(const Bitmask& m) {
     int best = 0;
     for (int y0 = 0; y0 < m.getHeight(); ++y0)
         for (int x0 = 0; x0 < m.getWidth(); ++x0)
@@ -48,8 +46,6 @@ int bruteLargestSolidArea(const Bitmask& m) {
                         best = (x1 - x0 + 1) * (y1 - y0 + 1);
     return best;
 }
-
-}  // namespace
 
 TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
     for (const auto& [alpha, threshold, solid] : {std::tuple{128, 0.5f, false}, {129, 0.5f, true}, {1, 0.0f, true},

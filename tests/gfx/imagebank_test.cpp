@@ -7,10 +7,8 @@
 
 using namespace norvane::gfx;
 
-namespace {
-
 // "name:file" of each image, the file relative to `dir`.
-std::string names(const ImageBank& bank, const std::string& dir) {
+static std::string names(const ImageBank& bank, const std::string& dir) {
     std::string result;
     for (const auto& [name, image] : bank.resources) result += name + ":" + image->getFilename().substr(dir.size()) + " ";
     return result;
@@ -20,8 +18,6 @@ struct CountingHandler : norvane::RefreshingBankHandler {
     void elementRefreshed() override { ++count; }
     int count = 0;
 };
-
-}  // namespace
 
 TEST(ImageBank, DefinitionReadsImagesWithTheirSettingsLoopsAndMessages) {
     captured([] { norvane::init(0, false); });  // names the log groups

@@ -9,8 +9,6 @@ using namespace norvane;
 using namespace norvane::gui;
 using Children = std::vector<Component*>;
 
-namespace {
-
 class Tree : public GuiTest {
 protected:
     // The focus after each key, pressed on whatever holds the focus then; navigation keys are always used.
@@ -23,8 +21,6 @@ protected:
         return names;
     }
 };
-
-}  // namespace
 
 TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents) {
     Probe *label = add(gui, "label", {}, false), *a = add(gui, "a"), *b = add(gui, "b", {}, true, 3, 4), *c = add(gui, "c");

@@ -7,9 +7,7 @@
 using namespace norvane;
 using namespace norvane::gui;
 
-namespace {
-
-void writeImage(const std::string& name, int size, Uint32 rgba) {
+static void writeImage(const std::string& name, int size, Uint32 rgba) {
     SurfacePtr surface = makeRgbaSurface(size, size);
     SDL_FillRect(surface.get(), nullptr,
                  SDL_MapRGBA(surface->format, rgba >> 24, (rgba >> 16) & 0xFF, (rgba >> 8) & 0xFF, rgba & 0xFF));
@@ -28,7 +26,7 @@ struct AddingCursor : sprites::Sprite {
 
 // One flat box colour per state, a bevel on the resting ones: unchecked (and plain) widgets in greys and primaries,
 // checked boxes in darker mixes.
-std::string styles() {
+static std::string styles() {
     std::string s;
     for (const auto& [name, colour] : {std::pair{"Down", "800000"}, {"UpHot", "008000"}, {"DownHot", "000080"},
                                        {"OnUp", "606000"}, {"OnUpHot", "006060"}, {"OnDownHot", "600060"}, {"Bar", "303030"}}) {
@@ -47,12 +45,12 @@ std::string styles() {
 }
 
 // A 120 x 30 widget in column c (resting, pressed, hot, pressed and hot) and row r from the top.
-std::string cell(const std::string& type, const std::string& name, int c, int r, const std::string& more) {
+static std::string cell(const std::string& type, const std::string& name, int c, int r, const std::string& more) {
     return "<" + type + " name=\"" + name + std::to_string(c) + "\" x=\"" + std::to_string(20 + 160 * c) + "\" y=\"" +
            std::to_string(500 - 60 * r) + "\" width=\"120\" height=\"30\" " + more + "/>";
 }
 
-std::string widgets() {
+static std::string widgets() {
     std::string w = "<Pane name=\"pane\" x=\"20\" y=\"20\" width=\"760\" height=\"560\" style=\"frame\">" +
                     cell("Button", "b", 0, 0, "style=\"bs\" caption=\"AB\"") + cell("Button", "b", 1, 0, "style=\"bs\" repeat=\"true\"") +
                     "<DropdownList name=\"d0\" x=\"20\" y=\"320\" width=\"120\" height=\"30\" style=\"ds\"><Item caption=\"A\"/>"
@@ -119,8 +117,6 @@ protected:
     GUI* gui = nullptr;
     ControlQueue q;
 };
-
-}  // namespace
 
 TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     begin2D(Color(0, 0, 0, 1));

@@ -6,8 +6,6 @@
 using namespace norvane;
 using namespace norvane::gui;
 
-namespace {
-
 // Two probes in a pane: a at (110, 110) and b at (110, 150), 50 x 20 each.
 class Routing : public GuiTest {
 protected:
@@ -22,8 +20,6 @@ protected:
     Component* box;
     Probe *a, *b;
 };
-
-}  // namespace
 
 TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     a->setFocused(true);

@@ -5,8 +5,6 @@
 using namespace norvane;
 using namespace norvane::gui;
 
-namespace {
-
 class Sliders : public LoadedGui {
 protected:
     void SetUp() override {
@@ -23,8 +21,6 @@ protected:
     Slider<int>* volume;
     Slider<float>* level;
 };
-
-}  // namespace
 
 TEST_F(Sliders, StepButtonsFrameTheBarAndTheHandleTravelsWhatIsLeft) {
     const basic_Rect<float> bar = volume->getBar();

@@ -6,8 +6,6 @@
 using namespace norvane;
 using namespace norvane::gui;
 
-namespace {
-
 struct ClickCounter : ClickEventHandler {
     void handleClickEvent(Component* c) override { clicked.push_back(c); }
     std::vector<Component*> clicked;
@@ -38,8 +36,6 @@ protected:
     Textfield* text;
     ClickCounter counter;
 };
-
-}  // namespace
 
 TEST_F(Widgets, ButtonsClickOnReleaseOverThemAndRepeatingOnesAlsoOnPressAndWhileHeld) {
     moveTo(ok);

@@ -9,8 +9,6 @@
 using namespace norvane;
 using namespace norvane::gfx;
 
-namespace {
-
 // Frame i is (10 + i) x 20 with the hotspot (i, 1).
 struct Still : Image {
     explicit Still(int i) { width = 10 + i, height = 20, hotspot = {float(i), 1}, outerBoundingBox = {i, 0, 5, 5}; }
@@ -39,8 +37,6 @@ struct Film {
 };
 
 using Indices = std::vector<int>;
-
-}  // namespace
 
 TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededAndOneShotsStopAtTheEnd) {
     Film film(true);

@@ -7,8 +7,6 @@
 using norvane::gfx::Bitmask;
 using namespace norvane::sprites;
 
-namespace {
-
 using Calls = std::vector<std::pair<const Sprite*, const Sprite*>>;  // (told, about)
 
 class Probe : public Sprite {
@@ -32,7 +30,7 @@ public:
 };
 
 // The passes as plain double loops, reading the flags where such loops read them.
-void nestedLoops(SpriteEngine& engine, SpriteEngine* other) {
+static void nestedLoops(SpriteEngine& engine, SpriteEngine* other) {
     auto& list = engine.sprites;
     for (size_t i = 0; i < list.size(); ++i) {
         if (!list[i]->collidable) continue;
@@ -45,7 +43,7 @@ void nestedLoops(SpriteEngine& engine, SpriteEngine* other) {
     }
 }
 
-SurfacePtr disc(int diameter, bool hollow) {
+static SurfacePtr disc(int diameter, bool hollow) {
     SurfacePtr surface = makeRgbaSurface(diameter, diameter);
     const float r = diameter / 2.0f;
     for (int y = 0; y < diameter; ++y)
@@ -56,9 +54,7 @@ SurfacePtr disc(int diameter, bool hollow) {
     return surface;
 }
 
-float uniform(float low, float high) { return low + (high - low) * static_cast<float>(std::rand()) / RAND_MAX; }
-
-}  // namespace
+static float uniform(float low, float high) { return low + (high - low) * static_cast<float>(std::rand()) / RAND_MAX; }
 
 TEST(SpriteCollision, BoxesTouchOnlyAtTheLeftOrTopEdgeAndMasksDecideAfterThem) {
     Calls calls;

@@ -8,8 +8,6 @@ using namespace norvane;
 using namespace norvane::sprites;
 using norvane::gfx::SimpleImage;
 
-namespace {
-
 // A 20 x 20 square of its colour below and right of its position.
 struct Block : Sprite {
     Block(float x, Color c) : Sprite({x, 200}, true) { color = c; }
@@ -48,8 +46,6 @@ protected:
     norvane::gfx::ImageBank images;
     SurfacePtr shot;
 };
-
-}  // namespace
 
 TEST_F(SpriteDrawing, EngineBlendsSpritesInOrderAndSkipsInvisibleOnes) {
     Block below(130, Color(1, 0, 0, 0.5f)), back(100, Color(1, 0, 0, 0.5f)), alpha(110, Color(0, 1, 0, 0.5f));
