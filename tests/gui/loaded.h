@@ -17,10 +17,9 @@ protected:
         for (int code = 1; code <= 9; ++code)
             triggers += "<trigger code=\"" + std::to_string(code) + "\" name=\"t" + std::to_string(code) + "\" data=\"" +
                         std::to_string(100 + code) + "\"/>";
-        const std::string path = writeFile("gui.xml", "<resources><inputEvaluator name=\"menu\">" + triggers +
-                                                          "</inputEvaluator><gui name=\"gui\" width=\"640\" height=\"480\""
-                                                          " visible=\"true\"" + guiAttributes + ">" + guiContent +
-                                                          "</gui></resources>");
+        const std::string path = writeFile("gui.xml", "<resources><inputEvaluator name=\"menu\">" + triggers + "</inputEvaluator>"
+                                           "<gui name=\"gui\" width=\"640\" height=\"480\" visible=\"true\"" + guiAttributes + ">" +
+                                           guiContent + "</gui></resources>");
         log = captured([&] { manager.load(path, ""); });
         gui = manager.get<norvane::gui::GUI>("gui");
         if (!gui) return nullptr;
@@ -40,15 +39,9 @@ protected:
         return codes;
     }
     void send(const SDL_Event& event) { q << event; }
-    void key(SDLKey sym, Uint16 unicode = 0) {  // down and up
-        send(keyEvent(sym, true, unicode));
-        send(keyEvent(sym, false));
-    }
+    void key(SDLKey sym, Uint16 unicode = 0) { send(keyEvent(sym, true, unicode)), send(keyEvent(sym, false)); }
     norvane::Trigger* trigger(const std::string& name) { return manager.get<norvane::InputEvaluator>("menu")->find(name); }
-    template <typename T>
-    T* get(const std::string& name) {
-        return dynamic_cast<T*>((*gui)[name]);
-    }
+    template <typename T> T* get(const std::string& name) { return dynamic_cast<T*>((*gui)[name]); }
     // Mouse button `b` at (dx, dy) inside `c`, in window coordinates (y downward).
     void click(const norvane::gui::Component* c, bool down, float dx = 5, float dy = 5, Uint8 b = 1) {
         send(mouseButtonEvent(b, down, Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));

@@ -58,10 +58,8 @@ protected:
         norvane::vpScreen = {0, 0, 640, 480};
         gui.setDimensions({0, 0, 640, 480});
         gui.setCallback(&callback);
-        gui.setActive(true);
-        gui.setVisible(true);
-        q.push(&behind);
-        q.push(&gui);
+        gui.setActive(true), gui.setVisible(true);
+        q.push(&behind), q.push(&gui);
     }
     // A probe in `parent`; grid cell (-1, -1) leaves the placing to the parent.
     Probe* add(norvane::gui::Component& parent, const std::string& name, norvane::basic_Rect<float> rect = {},
