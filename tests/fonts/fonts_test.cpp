@@ -9,8 +9,7 @@ using norvane::fonts::BitmapFont;
 using norvane::fonts::FontBank;
 using norvane::fonts::FontDescriptor;
 
-// A 16 x 32 glyph sheet: line 1 holds "A" (5 wide, white) and "B" (7 wide, red) one pixel apart; line 2, two pixels
-// below line 1, holds "C" (3 wide, green). Glyphs are 10 high.
+// 16 x 32: "A" (5 wide, white) and "B" (7, red) on line 1; "C" (3, green) on line 2, two pixels lower; 10 high.
 const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
   <char width="4"/>
   <image file="glyphs.png">
@@ -106,8 +105,7 @@ TEST_F(WindowTest, FontBanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     other->print("AB");
     bank.refresh();
     EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);
-    // The game's start-up reports a font it cannot show and ends, so a glyph image that will not load must reach it; a
-    // font whose refresh fails on the way is left empty, not half made.
+    // Start-up must hear of a glyph image that will not load; the failed font is left empty, not half made.
     const GLuint lists = dynamic_cast<BitmapFont*>(blocks)->listBase;
     std::remove((dir + "one/glyphs.png").c_str());
     EXPECT_THROW(blocks->refresh(), std::string);

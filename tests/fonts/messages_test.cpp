@@ -44,7 +44,6 @@ TEST(Messages, ExpireReplaceOrAccumulateAndBlink) {
     messages.perform(150);
     EXPECT_EQ(messages.messages.size() * 10 + destroyed, 13u);
 
-    // Blinking messages alternate their phases and never spin.
     BlinkMessage same("x", 3000, 500, -1), uneven("x", 10000, 500, 250), still;  // off as long as on; all times 0
     std::string shown;
     for (int i = 0; i < 6; ++i) {
@@ -54,8 +53,7 @@ TEST(Messages, ExpireReplaceOrAccumulateAndBlink) {
         }
     }
     EXPECT_EQ(shown, "######..#.######.#");
-    // A step of several cycles toggles as often as they require: from the end of an "off" phase, four whole cycles,
-    // then 100 into "on", which leaves 400 of it.
+    // Several cycles in one step: from the end of "off", four whole cycles, then 100 into "on" leave 400 of it.
     uneven.perform(4 * 750 + 100);
     EXPECT_TRUE(uneven.visible && uneven.phaseTime == 400.0f);
 }

@@ -156,9 +156,8 @@ TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
                                            {x - 1, y, gray}, {x + w, y, gray}, {x, y - 1, gray}, {x, y + h, gray}})
             expectAt(px, py, want);
     }
-    // Tiled from the upper-left corner (300, 320) through a repeating texture: 16-unit tiles, the last column cut to 8
-    // and the last row to 4, both showing the tile's upper-left part; then quad by quad from a padded texture: 12 x 10
-    // tiles, cut to 6 and to 5.
+    // Tiled from (300, 320) down through a repeating texture: 16-unit tiles, the last cut to 8 and 4, showing their
+    // upper-left part; then quad by quad from a padded texture: 12 x 10 tiles, cut to 6 and 5.
     for (const auto& [x, y, want] : {std::tuple{334, 316, R}, {326, 316, W}, {339, 316, R}, {340, 316, gray}, {310, 308, greenA},
                                      {302, 302, R}, {310, 302, W}, {302, 299, gray}, {526, 312, R}, {520, 312, W}, {529, 312, R},
                                      {530, 312, gray}, {508, 307, greenA}, {526, 307, B}, {529, 302, R}, {502, 299, gray}, {502, 315, gray}})

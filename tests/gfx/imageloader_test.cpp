@@ -30,8 +30,7 @@ TEST(ImageLoader, StartsImagesOnlyBeforeTheDeadlineAndFinishesOnce) {
     SDL_Quit();
 }
 
-// The real thing: the framework drives the loader between frames until the bank is on the card. The game's start-up
-// reports a missing picture and ends, so the loader must not swallow it.
+// The real thing: frames load the bank; a missing picture must reach the game's start-up, which reports it and ends.
 TEST_F(WindowTest, FrameworkLoadsABankPieceByPieceAndStopsAtAFileThatWillNotLoad) {
     for (int i = 0; i < 6; ++i) writePng("i" + std::to_string(i) + ".png", quarteredSurface(64, 64));
     std::remove(scratchPath("i6.png").c_str());  // made by an earlier run

@@ -53,7 +53,6 @@ TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents
     EXPECT_EQ((std::vector<float>{r.x, r.y, centred.x, centred.y, under->getPos().x, under->getPos().y}),
               (std::vector<float>{85, 25, 134, 20, -5, -2}));
 
-    // Focus flags follow the chain up; leaving the tree gives the focus back.
     under->setEnabled(true);
     under->setFocused(true);
     EXPECT_TRUE(under->isFocused() && box->isFocused() && gui.isFocused());
@@ -110,7 +109,6 @@ TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {
     label->setFocused(true);  // with nothing focusable in reach, Tab changes nothing
     EXPECT_EQ(press({SDLK_TAB}), (Journal{"label"}));
 
-    // Neighbours of spanning cells and empty cells.
     Component* grid = pane(gui);
     Probe *wide = add(*grid, "wide", {}, true, 0, 0, 2), *left = add(*grid, "left", {}, true, 0, 1);
     Probe *right = add(*grid, "right", {}, true, 1, 1), *tall = add(*grid, "tall", {}, true, 2, 0);

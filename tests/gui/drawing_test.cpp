@@ -24,8 +24,7 @@ struct AddingCursor : sprites::Sprite {
     }
 };
 
-// One flat box colour per state, a bevel on the resting ones: unchecked (and plain) widgets in greys and primaries,
-// checked boxes in darker mixes.
+// One flat colour per state, a bevel on the resting ones; checked boxes in darker mixes.
 static std::string styles() {
     std::string s;
     for (const auto& [name, colour] : {std::pair{"Down", "800000"}, {"UpHot", "008000"}, {"DownHot", "000080"},
@@ -95,8 +94,7 @@ protected:
         ASSERT_NE(gui, nullptr);
         gui->setActive(true);
     }
-    // Draws `c` alone where the whole GUI would draw it, after giving it the focus: only one widget can be hot at a
-    // time.
+    // Draws `c` alone, focused, where the GUI would: only one widget can be hot at a time.
     void drawHot(Component* c, bool pressed) {
         c->setFocused(true);
         if (pressed) c->mouseDown(&q, {1, 1}, 1);
@@ -136,19 +134,15 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         const Component* c = at(name);
         return std::pair{int(20 + c->getPos().x + c->getDimensions().x / 2), int(20 + c->getPos().y + c->getDimensions().y / 2)};
     };
-    // Rows: buttons, unchecked and checked boxes, lists with the marker in the middle, text fields; the vertical
-    // slider's handle half way up; a label without a font style: its image in the middle.
+    // Rows: buttons, boxes, lists (marker in the middle), text fields; s3's handle half way; a fontless label's image.
     for (const auto& [name, colour] : {std::pair{"b0", 0x404040}, {"b1", 0x800000}, {"b2", 0x008000}, {"b3", 0x000080},
                                        {"c0", 0x404040}, {"c2", 0x008000}, {"c3", 0x000080}, {"k0", 0x606000}, {"k2", 0x006060},
                                        {"k3", 0x600060}, {"d0", 0xFFFF00}, {"t0", 0x404040}, {"t2", 0x008000}, {"s3", 0x404040},
                                        {"fontless3", 0xFFFF00}})
         EXPECT_EQ(pixel(centre(name).first, centre(name).second), Uint32(colour)) << name;
-    // The cursor over everything with its own blending, beside it b1; the bevel light on the left and dark below; the
-    // dropdown lists' boxes beside their markers; s0's bar and its handle at 0 after the dec button, showing its value,
-    // s2's at 10 and hot, s3's bar; text vertically centred: b0's "AB" with a unit between the glyphs and nothing below
-    // them, t2's "C" and the focused field's "_" (none in t0); the label's marker at its left edge with its text right
-    // of it; the textured frame's edges outside the pane and its stretched centre inside; a child inside its container
-    // and clipped at the container's right edge.
+    // The cursor over everything, beside it b1; the bevel; lists' boxes; s0's bar and handle after its dec button, s2's
+    // hot at 10, s3's bar; centred text with a unit between glyphs, the focused field's "_"; the label's marker left of its
+    // text; the frame's edges outside the pane, its stretched centre inside; a child clipped at its container's edge.
     for (const auto& [x, y, colour] : {std::tuple{255, 535, 0xFF0000}, {270, 535, 0x800000}, {39, 535, 0xFFFFFF}, {100, 519, 0x000000},
         {centre("d0").first - 10, centre("d0").second, 0x404040}, {centre("d3").first - 10, centre("d3").second, 0x000080},
         {190, 290, 0x303030}, {70, 290, 0x404040}, {63, 290, 0xFFFFFF}, {630, 290, 0x008000}, {690, 230, 0x303030},
@@ -156,8 +150,7 @@ TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
         {370, 235, 0xFFFFFF}, {50, 235, 0x404040}, {44, 175, 0xFFFF00}, {51, 175, 0xFFFFFF}, {16, 300, 0x0000FF},
         {400, 584, 0x0000FF}, {16, 16, 0x0000FF}, {400, 30, 0x102010}, {130, 100, 0x404040}, {150, 100, 0x102010}})
         EXPECT_EQ(pixel(x, y), Uint32(colour)) << x << "," << y;
-    // Input through SDL's own queue, after what the window system had queued: a hover and a click on b0, then Return,
-    // confirm it twice.
+    // A hover, a click and Return on b0 through SDL's own queue (emptied first) confirm it twice.
     for (SDL_Event e; SDL_PollEvent(&e);) continue;
     Callback callback;
     gui->setCallback(&callback);

@@ -8,8 +8,7 @@
 
 using Codes = std::vector<int>;
 
-// A GUI read from a definition beside the input evaluator "menu", whose triggers t1 .. t9 have the codes 1 .. 9 and the
-// data 100 + code. Active, visible, 640 x 480, with a counting callback.
+// A GUI beside the evaluator "menu" (trigger tn: code n, data 100 + n); active, 640 x 480, with a counting callback.
 class LoadedGui : public ::testing::Test {
 protected:
     norvane::gui::GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {

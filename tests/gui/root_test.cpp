@@ -33,8 +33,7 @@ TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     for (SDL_Event e : {keyEvent(SDLK_p, true, 'p'), keyEvent(SDLK_p, false, 'p'), SDL_Event{SDL_VIDEOEXPOSE}}) q << e;
     EXPECT_EQ(behind.seen, (std::vector<int>{SDL_KEYDOWN, SDL_KEYDOWN, SDL_KEYUP, SDL_VIDEOEXPOSE}));
     EXPECT_EQ(journal, (Journal{"a key 274", "b key 112"}));
-    // Axes pass only changes of the quantised value; the unchanged ones and those of an axis that does not navigate go
-    // on to the next evaluator.
+    // Axes pass only changes of the quantised value; the rest go on to the next evaluator.
     journal.clear(), behind.seen.clear();
     for (Sint16 value : {0, 12000, 17000, 30000, 5000, -20000}) q << joyAxisEvent(0, 3, value);
     for (Sint16 value : {20000, 32000}) q << joyAxisEvent(0, 1, value);  // held down: one move

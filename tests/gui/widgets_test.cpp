@@ -121,7 +121,6 @@ TEST_F(Widgets, TextFieldsTakeLatin1CharactersUpToTheirLimitAndInputCaptorsRecor
     EXPECT_EQ(text->getCaption(), " \xA0\xFF");
     EXPECT_TRUE(behind.seen.empty());  // key releases are used too
 
-    // An input captor records one key, button or axis, then swallows keys until enabled again.
     auto* captor = get<InputCaptor>("captor");
     captor->setFocused(true);
     EXPECT_TRUE(captor->joyAxisMotion(&q, 0, 2, 0));  // centred: not captured

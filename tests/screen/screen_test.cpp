@@ -68,8 +68,7 @@ TEST_F(WindowTest, ContextsEstablishTheirState) {
     GLint fog = 0, polygonModes[2] = {}, blendDst = 0;
     glGetIntegerv(GL_FOG_MODE, &fog);
     EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST) && glIsEnabled(GL_CULL_FACE) && glIsEnabled(GL_FOG) && fog == GL_EXP);
-    // The 2D context undoes what the 3D one set, and maps game units onto the window: (0, 0) lower left, (800, 600)
-    // upper right.
+    // The 2D context undoes the 3D one and maps (0, 0) to the lower left, (800, 600) to the upper right.
     begin2D(Color(0, 0, 0), true, norvane::BLEND_ADDITIVE);
     EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST) || glIsEnabled(GL_CULL_FACE) || glIsEnabled(GL_FOG));
     glGetIntegerv(GL_POLYGON_MODE, polygonModes);

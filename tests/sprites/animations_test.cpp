@@ -22,7 +22,6 @@ struct Film {
         for (int i = 0; i < 3; ++i) animation.frames.emplace_back(&stills[i], delay);
         animation.loop = loop;
     }
-    // The frame index after each step.
     std::vector<int> indices(float speed, std::vector<float> steps) {
         std::unique_ptr<AnimationReference> ref(animation.getReference(speed));
         std::vector<int> seen;

@@ -17,8 +17,7 @@ struct Block : Sprite {
     }
 };
 
-// Images made by the test: "wide" is 8 x 4, red on the left half, green on the right, its last column transparent, with
-// the hotspot (2, 1); "empty" is 16 x 16 and transparent.
+// "wide": 8 x 4, red then green, its last column transparent, hotspot (2, 1); "empty": 16 x 16, transparent.
 class SpriteDrawing : public WindowTest {
 protected:
     void SetUp() override {
@@ -57,8 +56,7 @@ TEST_F(SpriteDrawing, EngineBlendsSpritesInOrderAndSkipsInvisibleOnes) {
     engine.addFront(&below);  // drawn first, under everything
     engine.draw();
     EXPECT_FALSE(glIsEnabled(GL_BLEND));  // the engine restores what it found
-    // Red alone (the hidden white block not drawn), green over red, green added to that, to green, to the red drawn
-    // first, and that red alone.
+    // Red alone (the hidden white not drawn), green over red, green added to that, to green, to the first red, red alone.
     for (const auto& [x, r, g] : {std::tuple{105, 128, 0}, {112, 64, 128}, {118, 64, 255}, {125, 0, 255}, {132, 128, 128}, {140, 128, 0}})
         EXPECT_TRUE(near(at(x, 190), r, g, 0, 255)) << x << ": " << at(x, 190);
 }
@@ -71,8 +69,7 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotCollideByPixe
     SpriteEngine engine;
     for (Sprite* s : std::vector<Sprite*>{&ship, &tinted, &blank}) engine.addBack(s);
     engine.draw();
-    // Upper-left corner at (100 - 2, 200 + 1): the image covers x 98..105 and y 197..200; the tinted one below at half
-    // alpha.
+    // Upper-left corner at (98, 201): x 98..105, y 197..200; the tinted one below at half alpha.
     for (const auto& [x, y, r, g] : {std::tuple{98, 200, 255, 0}, {98, 197, 255, 0}, {104, 197, 0, 255}, {97, 198, 0, 0},
                                      {98, 201, 0, 0}, {98, 196, 0, 0}, {105, 198, 0, 0}, {99, 98, 128, 0}})
         EXPECT_TRUE(near(at(x, y), r, g, 0, 255, 3)) << x << "," << y << ": " << at(x, y);
@@ -83,7 +80,6 @@ TEST_F(SpriteDrawing, ImageSpritesDrawAtTheirPositionLessTheHotspotCollideByPixe
     EXPECT_FALSE(ship.checkCollision(&other) || ship.checkCollision(&hollow) || hollow.checkCollision(&ship) ||
                  blank.checkCollision(&ship));
 
-    // An animated sprite takes on its current frame's image.
     gfx::Animation grow("grow");
     grow.frames = {{images.find("wide"), 50}, {images.find("empty"), 50}};
     ImageSprite sprite({0, 0}, true, images.find("wide"));
