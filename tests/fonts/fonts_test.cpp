@@ -81,9 +81,8 @@ TEST_F(WindowTest, FontsPrintTextWhereItsJustificationPutsIt) {
 
 TEST_F(WindowTest, FontBanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     // The bank's definition goes where the helper writes descriptions.
-    const std::string dir = makeFontDir("bank", "<fonts><bitmapfont dir=\"one\"/><bitmapfont dir=\"two\"/>"
-                                                "<bitmapfont dir=\"other\"/><bitmapfont dir=\"broken\"/>"
-                                                "<bitmapfont dir=\"one\"/><unknown/></fonts>");
+    const std::string dir = makeFontDir("bank", "<fonts><bitmapfont dir=\"one\"/><bitmapfont dir=\"two\"/><bitmapfont dir=\"other\"/>"
+                                                "<bitmapfont dir=\"broken\"/><bitmapfont dir=\"one\"/><unknown/></fonts>");
     makeFontDir("bank/one", BLOCKS);
     makeFontDir("bank/two", R"(<bitmapfont size="12" width="3"><image file="glyphs.png"><line index="1"><char char="A"/></line></image></bitmapfont>)");
     makeFontDir("bank/other", R"(<notafont name="x"/>)");
@@ -101,8 +100,7 @@ TEST_F(WindowTest, FontBanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     EXPECT_EQ((std::vector<int>{blocks->getWidth("AB"), single->getWidth("A"), single->getWidth("!"),
                                 other->getWidth("AB"), broken->getWidth("AB")}),
               (std::vector<int>{14, 3, 0, 0, 6}));
-    broken->print("AB");
-    other->print("AB");
+    for (auto* font : {broken, other}) font->print("AB");
     bank.refresh();
     EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);
     // Start-up must hear of a glyph image that will not load; the failed font is left empty, not half made.

@@ -27,10 +27,11 @@ struct AddingCursor : sprites::Sprite {
 // One flat colour per state, a bevel on the resting ones; checked boxes in darker mixes.
 static std::string styles() {
     std::string s;
-    for (const auto& [name, colour] : {std::pair{"Down", "800000"}, {"UpHot", "008000"}, {"DownHot", "000080"},
-                                       {"OnUp", "606000"}, {"OnUpHot", "006060"}, {"OnDownHot", "600060"}, {"Bar", "303030"}}) {
+    for (const auto& [name, colour, label] : {std::tuple{"Down", "800000", true}, {"UpHot", "008000", false}, {"DownHot", "000080", true},
+                                              {"OnUp", "606000", true}, {"OnUpHot", "006060", true}, {"OnDownHot", "600060", true},
+                                              {"Bar", "303030", false}}) {
         s += std::string("<PlainRectStyle name=\"r") + name + "\" color=\"" + colour + "FF\"/>";
-        if (std::string(name) != "UpHot" && std::string(name) != "Bar") s += std::string("<LabelStyle name=\"l") + name + "\" rect=\"r" + name + "\"/>";
+        if (label) s += std::string("<LabelStyle name=\"l") + name + "\" rect=\"r" + name + "\"/>";
     }
     return s + "<PlainRectStyle name=\"rUp\" color=\"404040FF\" border=\"2\" colorBorder1=\"FFFFFFFF\" colorBorder2=\"000000FF\"/>"
                "<TexturedRectStyle name=\"frame\" color=\"FFFFFFFF\" stretch=\"stretch\" center=\"center\" upperLeft=\"edge\""
