@@ -57,23 +57,18 @@ TEST_F(Sliders, KeysJoystickWheelAndButtonsChangeTheValueAndAlwaysQueueTheTrigge
     click(volume, true, 150, 5);  // after it
     for (Uint8 wheel : {SDL_BUTTON_WHEELUP, SDL_BUTTON_WHEELUP, SDL_BUTTON_WHEELDOWN}) click(volume, true, 100, 5, wheel);
     EXPECT_EQ(volume->getValue(), 6);
-    key(SDLK_UP);  // across a horizontal slider the arrows navigate
-    EXPECT_EQ(gui->getFocused(), gui->getChildren()[2]);  // wrapped to the last row
-    EXPECT_TRUE(fired().empty());
+    key(SDLK_UP);  // across a horizontal slider the arrows navigate, here wrapping to the last row
+    EXPECT_TRUE(gui->getFocused() == gui->getChildren()[2] && fired().empty());
 
     level->setFocused(true);
     for (SDLKey sym : {SDLK_UP, SDLK_UP, SDLK_DOWN}) key(sym);
     EXPECT_FLOAT_EQ(level->getValue(), 0.25f);
     // A vertical slider takes axis 1 and passes axis 0 on to navigation.
     for (auto [axis, value] : {std::pair{1, 30000}, {1, 0}, {0, 30000}}) send(joyAxisEvent(0, axis, value));
-    EXPECT_FLOAT_EQ(level->getValue(), 0.5f);
-    EXPECT_EQ(fired(), (Codes{2, 2, 2, 2}));
+    EXPECT_TRUE(level->getValue() == 0.5f && fired() == (Codes{2, 2, 2, 2}));
 
     // Step buttons are ordinary buttons; Tab walks into them and comes back to the slider.
-    (*volume)["bDecBefore"]->setFocused(true);
-    key(SDLK_SPACE, ' ');
-    (*volume)["bIncAfter"]->setFocused(true);
-    for (int i = 0; i < 2; ++i) key(SDLK_SPACE, ' ');
+    for (const char* button : {"bDecBefore", "bIncAfter", "bIncAfter"}) (*volume)[button]->setFocused(true), key(SDLK_SPACE, ' ');
     EXPECT_TRUE(volume->getValue() == 7 && callback.confirms == 3 && fired().empty());
     key(SDLK_TAB, '\t');
     EXPECT_EQ(gui->getFocused(), volume);
@@ -99,6 +94,5 @@ TEST_F(Sliders, DraggingMapsTheHandlePositionIntoTheRange) {
     volume->mouseMove(&q, {85, 5});  // half way: 1.5 truncates to 1
     EXPECT_EQ(volume->getValue(), 1);
     volume->mouseMove(&q, {-500, 5});
-    EXPECT_EQ(volume->getValue(), 0);
-    EXPECT_TRUE(fired().empty());
+    EXPECT_TRUE(volume->getValue() == 0 && fired().empty());
 }
