@@ -63,9 +63,8 @@ TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
     const Bitmask empty(surfaceFromPicture({"....", "...."}).get(), 0.5f, false);
     // The plus's horizontal bar is complete in row 1, before the vertical bar of equal area.
     const Bitmask plus(surfaceFromPicture({".#.", "###", ".#."}).get(), 0.5f, false);
-    EXPECT_EQ((std::vector<std::vector<int>>{box(full.getOuterBoundingBox()), box(full.getInnerBoundingBox()),
-                                             box(empty.getOuterBoundingBox()), box(plus.getOuterBoundingBox()),
-                                             box(plus.getInnerBoundingBox())}),
+    EXPECT_EQ((std::vector<std::vector<int>>{box(full.getOuterBoundingBox()), box(full.getInnerBoundingBox()), box(empty.getOuterBoundingBox()),
+                                             box(plus.getOuterBoundingBox()), box(plus.getInnerBoundingBox())}),
               (std::vector<std::vector<int>>{{0, 0, 40, 10}, {0, 0, 40, 10}, {4, 2, -3, -1}, {0, 0, 3, 3}, {0, 1, 3, 1}}));
     // Only 32-bit surfaces have solid pixels.
     SurfacePtr rgb(SDL_CreateRGBSurface(SDL_SWSURFACE, 3, 2, 24, 0xFF, 0xFF00, 0xFF0000, 0));
@@ -79,11 +78,9 @@ TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
     const std::string pad(29, '0');
     EXPECT_EQ(captured([&] {
                   plus.print();
-                  norvane::gfx::printCollisionBitmask(&plus, &dot, 1, 1);
-                  norvane::gfx::printCollisionBitmask(&plus, &dot, 0, 2);
-                  norvane::gfx::printCollisionBitmask(&dot, &plus, -1, -1);
-              }),
-              "3 x 3:\n.#." + pad + "|\nXXX" + pad + "|\n.#." + pad + "|\nX\n2\nX\n");
+                  for (const auto& [a, b, dx, dy] : {std::tuple{&plus, &dot, 1, 1}, {&plus, &dot, 0, 2}, {&dot, &plus, -1, -1}})
+                      norvane::gfx::printCollisionBitmask(a, b, dx, dy);
+              }), "3 x 3:\n.#." + pad + "|\nXXX" + pad + "|\n.#." + pad + "|\nX\n2\nX\n");
 }
 
 TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
