@@ -40,18 +40,14 @@ TEST(Messages, ExpireReplaceOrAccumulateAndBlink) {
     EXPECT_TRUE(destroyed == 2 && mine->font == &own);
     messages.accumulate = true;
     messages += new Counted(300, &destroyed);
-    EXPECT_EQ(messages.messages.back()->font, &fallback);
+    const bool fallen = messages.messages.back()->font == &fallback;
     messages.perform(150);
-    EXPECT_EQ(messages.messages.size() * 10 + destroyed, 13u);
+    EXPECT_TRUE(fallen && messages.messages.size() == 1u && destroyed == 3);
 
     BlinkMessage same("x", 3000, 500, -1), uneven("x", 10000, 500, 250), still;  // off as long as on; all times 0
     std::string shown;
-    for (int i = 0; i < 6; ++i) {
-        for (BlinkMessage* m : {&same, &uneven, &still}) {
-            m->perform(250);
-            shown += m->visible ? '#' : '.';
-        }
-    }
+    for (int i = 0; i < 6; ++i)
+        for (BlinkMessage* m : {&same, &uneven, &still}) m->perform(250), shown += m->visible ? '#' : '.';
     EXPECT_EQ(shown, "######..#.######.#");
     // Several cycles in one step: from the end of "off", four whole cycles, then 100 into "on" leave 400 of it.
     uneven.perform(4 * 750 + 100);
