@@ -23,8 +23,7 @@ TEST(Screen, ColoursComeFromXmlPixelsFromLittleEndianBytesAndNothingOpensWithout
     std::memcpy(static_cast<Uint8*>(three->pixels) + three->pitch + 3, bytes, 3);  // pixel (1, 1)
     SurfacePtr four = makeRgbaSurface(3, 1);
     std::memcpy(static_cast<Uint8*>(four->pixels) + 8, bytes, 4);
-    EXPECT_EQ(norvane::getPixel(three.get(), 1, 1), 0x332211u);
-    EXPECT_EQ(norvane::getPixel(four.get(), 2, 0), 0x44332211u);
+    EXPECT_TRUE(norvane::getPixel(three.get(), 1, 1) == 0x332211u && norvane::getPixel(four.get(), 2, 0) == 0x44332211u);
 
     captured([] { norvane::init(0, false); });
     EXPECT_EQ(norvane::RenderContext2D().size.x, 0.0f);  // no viewport yet
@@ -64,10 +63,10 @@ TEST_F(WindowTest, ContextsEstablishTheirState) {
     norvane::RenderContext3D deep;
     deep.fogMode = 2, deep.wireframe = true;
     deep.apply();
-    EXPECT_EQ(norvane::currentRenderContext, &deep);
     GLint fog = 0, polygonModes[2] = {}, blendDst = 0;
     glGetIntegerv(GL_FOG_MODE, &fog);
-    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST) && glIsEnabled(GL_CULL_FACE) && glIsEnabled(GL_FOG) && fog == GL_EXP);
+    EXPECT_TRUE(norvane::currentRenderContext == &deep && glIsEnabled(GL_DEPTH_TEST) && glIsEnabled(GL_CULL_FACE) &&
+                glIsEnabled(GL_FOG) && fog == GL_EXP);
     // The 2D context undoes the 3D one and maps (0, 0) to the lower left, (800, 600) to the upper right.
     begin2D(Color(0, 0, 0), true, norvane::BLEND_ADDITIVE);
     EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST) || glIsEnabled(GL_CULL_FACE) || glIsEnabled(GL_FOG));
