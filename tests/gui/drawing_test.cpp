@@ -72,31 +72,30 @@ static std::string widgets() {
 }
 
 // Every widget in every state it can show, on a textured pane in a real window.
-class Drawing : public WindowTest {
-protected:
-    void SetUp() override {
-        WindowTest::SetUp();
-        writeImage("edge.png", 8, 0x0000FFFF);
-        writeImage("center.png", 16, 0x102010FF);
-        writeImage("marker.png", 8, 0xFFFF00FF);
-        // A font whose glyphs A, B, C, _ and 0 are solid 6 x 8 blocks, one unit apart.
-        writeImage("font/glyphs.png", 48, 0xFFFFFFFF);
-        writeFile("font/bitmapfont.xml", "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
-                                         "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
-                                         "<char char=\"C\"/><char char=\"_\"/><char char=\"0\"/></line></image></bitmapfont>");
-        std::string images = "<images name=\"guiImages\">";
-        for (const char* name : {"edge", "center", "marker"}) images += std::string("<image name=\"") + name + "\" filename=\"" + name + ".png\"/>";
-        manager.load(writeFile("resources.xml", "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>" + images +
-                                                    "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
-                                                    " width=\"800\" height=\"600\" visible=\"true\">" + styles() + widgets() +
-                                                    "</gui></resources>"), "");
-        manager.get<gfx::ImageBank>("guiImages")->refresh(nullptr);
-        gui = manager.get<GUI>("gui");
-        ASSERT_NE(gui, nullptr);
-        gui->setActive(true);
-    }
+TEST_F(WindowTest, EveryWidgetInEveryStateLooksAsItsStyleSays) {
+    writeImage("edge.png", 8, 0x0000FFFF);
+    writeImage("center.png", 16, 0x102010FF);
+    writeImage("marker.png", 8, 0xFFFF00FF);
+    // A font whose glyphs A, B, C, _ and 0 are solid 6 x 8 blocks, one unit apart.
+    writeImage("font/glyphs.png", 48, 0xFFFFFFFF);
+    writeFile("font/bitmapfont.xml", "<bitmapfont name=\"blocks\" size=\"8\" height=\"8\" spacing=\"1\" width=\"6\" hPadding=\"2\">"
+                                     "<image file=\"glyphs.png\"><line index=\"1\"><char char=\"A\"/><char char=\"B\"/>"
+                                     "<char char=\"C\"/><char char=\"_\"/><char char=\"0\"/></line></image></bitmapfont>");
+    std::string images = "<images name=\"guiImages\">";
+    for (const char* name : {"edge", "center", "marker"}) images += std::string("<image name=\"") + name + "\" filename=\"" + name + ".png\"/>";
+    OwningManager manager;
+    manager.load(writeFile("resources.xml", "<resources><fonts name=\"guiFonts\"><bitmapfont dir=\"font/\"/></fonts>" + images +
+                                                "</images><gui name=\"gui\" fonts=\"guiFonts\" images=\"guiImages\" cursor=\"marker\""
+                                                " width=\"800\" height=\"600\" visible=\"true\">" + styles() + widgets() +
+                                                "</gui></resources>"), "");
+    manager.get<gfx::ImageBank>("guiImages")->refresh(nullptr);
+    GUI* gui = manager.get<GUI>("gui");
+    ASSERT_NE(gui, nullptr);
+    gui->setActive(true);
+    ControlQueue q;
+    auto at = [&](const std::string& name) { return (*gui)[name]; };
     // Draws `c` alone, focused, where the GUI would: only one widget can be hot at a time.
-    void drawHot(Component* c, bool pressed) {
+    auto drawHot = [&](Component* c, bool pressed) {
         c->setFocused(true);
         if (pressed) c->mouseDown(&q, {1, 1}, 1);
         glPushMatrix();
@@ -104,20 +103,12 @@ protected:
         c->draw();
         glPopMatrix();
         if (pressed) c->mouseUp(&q, {-100, -100}, 1);
-    }
-    Uint32 pixel(int x, int y) {
+    };
+    auto pixel = [](int x, int y) {
         unsigned char rgb[3];
         glReadPixels(x, y, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, rgb);
         return Uint32(rgb[0]) << 16 | Uint32(rgb[1]) << 8 | rgb[2];
-    }
-    Component* at(const std::string& name) { return (*gui)[name]; }
-
-    OwningManager manager;
-    GUI* gui = nullptr;
-    ControlQueue q;
-};
-
-TEST_F(Drawing, EveryWidgetInEveryStateLooksAsItsStyleSays) {
+    };
     begin2D(Color(0, 0, 0, 1));
     resetCursor();
     at("b1")->mouseDown(&q, {1, 1}, 1);  // a repeating button stays down without the focus
