@@ -8,8 +8,7 @@ using norvane::fonts::Message;
 using norvane::fonts::Messages;
 
 // Writes down what it prints instead of drawing it.
-class Ledger : public norvane::fonts::Font {
-public:
+struct Ledger : norvane::fonts::Font {
     unsigned char getHeight() override { return 10; }
     unsigned short getWidth(const char* text) override { return static_cast<unsigned short>(std::string(text).size()); }
     using Font::print;

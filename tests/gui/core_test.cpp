@@ -9,8 +9,7 @@ using namespace norvane;
 using namespace norvane::gui;
 using Children = std::vector<Component*>;
 
-class Tree : public GuiTest {
-protected:
+struct Tree : GuiTest {
     // The focus after each key, pressed on whatever holds the focus then; navigation keys are always used.
     Journal press(std::vector<SDLKey> keys) {
         Journal names;

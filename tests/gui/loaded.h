@@ -9,8 +9,7 @@
 using Codes = std::vector<int>;
 
 // A GUI beside the evaluator "menu" (trigger tn: code n, data 100 + n); active, 640 x 480, with a counting callback.
-class LoadedGui : public ::testing::Test {
-protected:
+struct LoadedGui : ::testing::Test {
     norvane::gui::GUI* load(const std::string& guiContent, const std::string& guiAttributes = "") {
         std::string triggers;
         for (int code = 1; code <= 9; ++code)

@@ -51,8 +51,7 @@ struct Callback : norvane::gui::GUICallback {
 };
 
 // A visible, active 640 x 480 GUI with a callback, in front of an evaluator that takes whatever the GUI lets through.
-class GuiTest : public testing::Test {
-protected:
+struct GuiTest : testing::Test {
     GuiTest() {
         norvane::gui::axisTable.clear();
         norvane::vpScreen = {0, 0, 640, 480};

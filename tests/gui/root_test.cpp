@@ -7,8 +7,7 @@ using namespace norvane;
 using namespace norvane::gui;
 
 // Two probes in a pane: a at (110, 110) and b at (110, 150), 50 x 20 each.
-class Routing : public GuiTest {
-protected:
+struct Routing : GuiTest {
     void SetUp() override {
         box = pane(gui, {100, 100, 200, 200});
         a = add(*box, "a", {10, 10, 50, 20}), b = add(*box, "b", {10, 50, 50, 20});

@@ -5,8 +5,7 @@
 using namespace norvane;
 using namespace norvane::gui;
 
-class Sliders : public LoadedGui {
-protected:
+struct Sliders : LoadedGui {
     void SetUp() override {
         ASSERT_NE(load("<Slider_int name=\"volume\" x=\"100\" y=\"100\" width=\"200\" height=\"20\" min=\"0\" max=\"10\""
                        " value=\"10\" stepLarge=\"3\" trigger=\"menu.t1\" buttonsBefore=\"both\" buttonsAfter=\"both\"/>"

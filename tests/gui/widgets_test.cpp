@@ -12,8 +12,7 @@ struct ClickCounter : ClickEventHandler {
 };
 
 // Two buttons (a repeating one), a checkbox, a text field and an input captor, one per row.
-class Widgets : public LoadedGui {
-protected:
+struct Widgets : LoadedGui {
     void SetUp() override {
         const std::string at = " x=\"10\" width=\"100\" height=\"20\" y=";
         ASSERT_NE(load("<Button name=\"ok\" trigger=\"menu.t1\"" + at + "\"400\"/><Button name=\"more\" repeat=\"true\""

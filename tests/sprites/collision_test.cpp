@@ -9,8 +9,7 @@ using namespace norvane::sprites;
 
 using Calls = std::vector<std::pair<const Sprite*, const Sprite*>>;  // (told, about)
 
-class Probe : public Sprite {
-public:
+struct Probe : Sprite {
     Probe(float x, float y, Calls* calls, int size = 10) : Sprite({x, y}, true), calls(calls) {
         outerBoundingBox = {0, 0, size, size};
         collidable = true;

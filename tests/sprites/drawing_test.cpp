@@ -18,8 +18,7 @@ struct Block : Sprite {
 };
 
 // "wide": 8 x 4, red then green, its last column transparent, hotspot (2, 1); "empty": 16 x 16, transparent.
-class SpriteDrawing : public WindowTest {
-protected:
+struct SpriteDrawing : WindowTest {
     void SetUp() override {
         WindowTest::SetUp();
         SurfacePtr wide = makeRgbaSurface(8, 4);
