@@ -63,27 +63,21 @@ TEST_F(Music, PiecesFollowEachOtherWithoutAGap) {
     music->addAsLast(piece("loop.ogg", "26450s sine 882 vol 0.5", true, 65536));
     EXPECT_EQ(captured([&] {
                   music->play();
-                  SDL_Delay(4700);
-                  music->setCurrentVolume(0.5f);
-                  SDL_Delay(500);
+                  SDL_Delay(5000);  // the loop four times over
                   music.reset();
               }),
               "");
     const Recording rec = stopAndRead();
     const size_t start = rec.firstSound(), loopStart = start + intro + middle;
-    const size_t quieter = loopStart + 4 * loop;  // well before the volume change
     const float level = amplitude(rec.left, start + 1000, 10000);
     EXPECT_GT(level, 0.1f);
-    for (size_t at = start; at + 1000 < quieter; at += 1000) {  // no gap, and centred
+    for (size_t at = start; at + 1000 < loopStart + 4 * loop; at += 1000) {  // no gap, and centred
         for (const auto* ch : {&rec.left, &rec.right}) ASSERT_NEAR(amplitude(*ch, at, 1000), level, level / 10) << at;
     }
     const std::pair<size_t, float> expected[] = {{start + 500, 441},         {start + intro - 2500, 441},
                                                  {start + intro + 500, 630}, {loopStart - 2500, 630},
                                                  {loopStart + 500, 882},     {loopStart + 3 * loop + 500, 882}};
     for (const auto& e : expected) EXPECT_NEAR(frequency(rec.left, e.first, 2000), e.second, 12.0f) << e.first - start;
-    size_t end = quieter;
-    while (end < rec.left.size() && amplitude(rec.left, end, 1000) > 0.75f * level) end += 500;
-    EXPECT_NEAR(amplitude(rec.left, end + 2000, 4000), 0.5f * level, 0.1f * level);  // the gain took at once
 }
 
 TEST_F(Music, QueueOperationsAndFadeOutAndBrokenPiecesNeverStopTheThread) {
@@ -107,10 +101,12 @@ TEST_F(Music, QueueOperationsAndFadeOutAndBrokenPiecesNeverStopTheThread) {
     music.play();  // while playing: stops first, then starts the next piece
     EXPECT_EQ(music.playing(), a);
     EXPECT_FLOAT_EQ(music.gain(), 0.8f);
-    music.fadeOut(1000);
+    music.setCurrentVolume(0.6f);  // at once, and the fade starts from it
+    EXPECT_FLOAT_EQ(music.gain(), 0.6f);
+    music.fadeOut(2000);
     SDL_Delay(450);
-    EXPECT_TRUE(music.gain() < 0.7f && music.gain() > 0.0f && music.isPlaying());
-    for (int i = 0; i < 20 && music.isPlaying(); ++i) SDL_Delay(100);
+    EXPECT_TRUE(music.gain() < 0.45f && music.gain() > 0.0f && music.isPlaying());
+    for (int i = 0; i < 30 && music.isPlaying(); ++i) SDL_Delay(100);
     EXPECT_FALSE(music.isPlaying() || music.sounds());
     music.addAsLast(a);
     music.play();  // the next piece starts at the volume, and the finished fade does not come back

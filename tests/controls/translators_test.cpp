@@ -62,7 +62,6 @@ TEST_F(Translation, PressedButtonsHoldUntilTheirOwnReleaseAndAxesScaleBetweenDea
     EXPECT_EQ(menu->value + evaluator.find("axis")->value, 2.5f);
     EXPECT_EQ(drain(q), (Fired{menu}));  // the analog trigger is not queued
 
-    // Axes scale between the dead zone and saturation.
     Trigger* analog = new Trigger(&evaluator, 1, "y", "", 1.0f);
     auto* up = new JoyAxisTranslator(analog, 0, 1, +1, 4000, 30000);
     const struct { Sint16 v; bool consumed; float value; } cases[] = {

@@ -60,7 +60,6 @@ TEST(Lifecycle, CrashHandlerPrintsEachSignalAndQuitFreesTasksOnceAndExitsWithSta
         },
         testing::ExitedWithCode(0), "Termination request.");
 
-    // Init logs the version; quit frees the tasks once and exits with status 0.
     testing::internal::CaptureStdout();
     norvane::init(0, false);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),

@@ -34,7 +34,6 @@ TEST(Log, PrintsByGroupAndThresholdButNeverDebugAndSettingsChangeOnlyNamedGroups
         {"debug", debug::LEVEL_DEBUG}, {"critical", debug::LEVEL_CRITICAL}, {"Warning", debug::LEVEL_NONE}, {"", debug::LEVEL_NONE}};
     for (const auto& [name, level] : names) EXPECT_EQ(debug::debugLevel(name), level) << name;
 
-    // A settings document changes only the groups it names.
     fresh();
     const size_t before = debug::groups.size();
     debug::groups.loadSettings(writeFile("debug.xml", "<debug><group name=\"norvane:audio\" level=\"error\"/>"

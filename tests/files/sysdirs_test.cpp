@@ -38,7 +38,6 @@ TEST(SysDirs, GamesAndApplicationsLiveInTheirOwnPlacesAndUsersInTheirHomes) {
     setenv("HOME", "/somewhere/else", 1);  // the password database decides
     EXPECT_EQ(game.getDir(norvane::sdUser), ROOT + norvane::userDirectory(getpwuid(getuid())->pw_dir, "x"));
 
-    // mkdirs makes the directories of a path, not the file at its end.
     const std::string base = scratchPath("");
     EXPECT_TRUE(norvane::mkdirs("") && norvane::mkdirs("plain"));
     EXPECT_FALSE(isDir("plain"));

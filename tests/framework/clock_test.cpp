@@ -21,7 +21,6 @@ TEST(Clock, FpsIsTheRoundedAverageOverTenFramesAndRandomIntegersCoverTheirRange)
     EXPECT_GE(getElapsedTicks(), 5u);  // a lower bound only: a busy machine may take longer
     SDL_Quit();
 
-    // Random integers cover the inclusive range and nothing else.
     std::srand(1);
     int seen[3] = {0, 0, 0};
     for (int i = 0; i < 3000; ++i) {

@@ -88,7 +88,6 @@ TEST_F(Resources, DefinitionLoadsInDocumentOrderTheFirstFaultEndsItAndBanksDestr
     EXPECT_EQ(manager.banks.size(), 5u);  // the banks before the fault stay listed
     EXPECT_FALSE(manager.get<TestBank>("t") || manager.get<TestBank>("f3"));
 
-    // Banks destroy their resources once.
     journal.clear();
     {
         TestBank bank;

@@ -37,7 +37,6 @@ TEST(Xml, WriteThenReadReproducesTheTreeInLatin1AndTypedReadsFollowTheCLibrary) 
                   ->getAttribute("n", ""),
               "\xe9??x");
 
-    // Attributes are written by name; typed reads follow the C library.
     Node node("n", nullptr);
     node["z"] = "last";
     node.setAttributeFloat("f", 0.5f);
