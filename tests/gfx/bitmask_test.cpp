@@ -1,15 +1,12 @@
 #include "gfx/bitmask.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "support/files.h"
 #include "support/surfaces.h"
 
-using norvane::basic_Rect;
-using norvane::gfx::Bitmask;
-using norvane::gfx::checkCollisionBitmask;
+using namespace norvane;
+using namespace norvane::gfx;
 
 static std::vector<int> box(const basic_Rect<int>& r) { return {r.x, r.y, r.width, r.height}; }
 
@@ -79,7 +76,7 @@ TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
     EXPECT_EQ(captured([&] {
                   plus.print();
                   for (const auto& [a, b, dx, dy] : {std::tuple{&plus, &dot, 1, 1}, {&plus, &dot, 0, 2}, {&dot, &plus, -1, -1}})
-                      norvane::gfx::printCollisionBitmask(a, b, dx, dy);
+                      printCollisionBitmask(a, b, dx, dy);
               }), "3 x 3:\n.#." + pad + "|\nXXX" + pad + "|\n.#." + pad + "|\nX\n2\nX\n");
 }
 
@@ -92,7 +89,7 @@ TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
         EXPECT_EQ(inner.width * inner.height, bruteLargestSolidArea(mask)) << "seed " << seed;
         EXPECT_TRUE(allSolid(mask, inner)) << "seed " << seed;
     }
-    norvane::gfx::clearBitmaskCache();
+    clearBitmaskCache();
 }
 
 TEST(Bitmask, CollisionMatchesBruteForceAtEveryOffset) {
@@ -102,7 +99,7 @@ TEST(Bitmask, CollisionMatchesBruteForceAtEveryOffset) {
     for (const auto& [width, height, density] :
          {std::tuple{1, 3, 0.7}, {31, 4, 0.08}, {32, 3, 0.1}, {33, 5, 0.06}, {64, 2, 0.05}, {70, 4, 0.03}})
         masks.emplace_back(randomSurface(width, height, density, seed++).get(), 0.5f, true);
-    norvane::gfx::clearBitmaskCache();
+    clearBitmaskCache();
     int hits = 0, misses = 0;
     for (const Bitmask& a : masks)
         for (const Bitmask& b : masks)

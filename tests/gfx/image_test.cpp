@@ -100,7 +100,6 @@ TEST_F(WindowTest, BrokenOrHugeImageFilesThrowAndLeaveNoTexture) {
     }
 }
 
-// The real thing: images drawn into the window and read back through a screenshot.
 TEST_F(WindowTest, DrawsAtPointsStretchedAndTiledInEachBlendMode) {
     SimpleImage square("square", writePng("square.png", quarteredSurface(16, 16)));  // not padded
     SimpleImage padded("padded", writePng("padded.png", quarteredSurface(12, 10)));  // 16 x 16 texture

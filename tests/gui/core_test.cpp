@@ -1,7 +1,5 @@
 #include "gui/core.h"
 
-#include <gtest/gtest.h>
-
 #include "gui/probe.h"
 #include "support/files.h"
 

@@ -71,7 +71,6 @@ static std::string widgets() {
                "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
 }
 
-// Every widget in every state it can show, on a textured pane in a real window.
 TEST_F(WindowTest, EveryWidgetInEveryStateLooksAsItsStyleSays) {
     writeImage("edge.png", 8, 0x0000FFFF);
     writeImage("center.png", 16, 0x102010FF);

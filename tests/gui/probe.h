@@ -1,8 +1,6 @@
 #ifndef TESTS_GUI_PROBE_H
 #define TESTS_GUI_PROBE_H
 
-#include <gtest/gtest.h>
-
 #include "gui/core.h"
 #include "gui/root.h"
 #include "screen.h"
@@ -50,7 +48,6 @@ struct Callback : norvane::gui::GUICallback {
     int moves = 0, confirms = 0;
 };
 
-// A visible, active 640 x 480 GUI with a callback, in front of an evaluator that takes whatever the GUI lets through.
 struct GuiTest : testing::Test {
     GuiTest() {
         norvane::gui::axisTable.clear();

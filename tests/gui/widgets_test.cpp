@@ -11,7 +11,6 @@ struct ClickCounter : ClickEventHandler {
     std::vector<Component*> clicked;
 };
 
-// Two buttons (a repeating one), a checkbox, a text field and an input captor, one per row.
 struct Widgets : LoadedGui {
     void SetUp() override {
         const std::string at = " x=\"10\" width=\"100\" height=\"20\" y=";

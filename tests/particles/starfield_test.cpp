@@ -1,9 +1,5 @@
 #include "particles/starfield.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-
 #include "support/window.h"
 
 using norvane::Color;

@@ -1,7 +1,5 @@
 #include "gfx/animations.h"
 
-#include <gtest/gtest.h>
-
 #include "gfx/simpleimage.h"
 #include "support/files.h"
 #include "support/manager.h"

@@ -8,7 +8,6 @@ using namespace norvane;
 using namespace norvane::sprites;
 using norvane::gfx::SimpleImage;
 
-// A 20 x 20 square of its colour below and right of its position.
 struct Block : Sprite {
     Block(float x, Color c) : Sprite({x, 200}, true) { color = c; }
     void drawSelf() override {
@@ -35,7 +34,6 @@ struct SpriteDrawing : WindowTest {
         begin2D(Color(0, 0, 0, 1));  // blending off
     }
     void TearDown() override { images.release(); }
-    // The colour at (x, y) of the 2D context, y upwards.
     Rgba at(int x, int y) {
         if (!shot) shot = screenshot("sprites.png");
         return up(shot.get(), x, y);
