@@ -4,10 +4,8 @@
 
 #include "support/window.h"
 
-using norvane::basic_Rect;
-using norvane::fonts::BitmapFont;
-using norvane::fonts::FontBank;
-using norvane::fonts::FontDescriptor;
+using namespace norvane;
+using namespace norvane::fonts;
 
 // 16 x 32: "A" (5 wide, white) and "B" (7, red) on line 1; "C" (3, green) on line 2, two pixels lower; 10 high.
 const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
@@ -44,16 +42,16 @@ TEST_F(WindowTest, FontsPrintTextWhereItsJustificationPutsIt) {
               (std::vector<int>{14, 0, 5, 8}));
 
     // In rectangles (100, y, 100, 20), text 14 wide and 10 high.
-    font.print(basic_Rect<float>{100, 100, 100, 20}, norvane::JH_CENTER, norvane::JV_CENTER, "AB");
+    font.print(basic_Rect<float>{100, 100, 100, 20}, JH_CENTER, JV_CENTER, "AB");
     GLfloat matrix[16];
     glGetFloatv(GL_MODELVIEW_MATRIX, matrix);
     EXPECT_EQ(matrix[12] + matrix[13], 14.0f);  // only the advance stays in the matrix
     glLoadIdentity();
-    font.print(basic_Rect<float>{100, 300, 100, 20}, norvane::JH_RIGHT, norvane::JV_TOP, "AB");
+    font.print(basic_Rect<float>{100, 300, 100, 20}, JH_RIGHT, JV_TOP, "AB");
     glLoadIdentity();
-    font.printf(basic_Rect<float>{100, 500, 100, 20}, norvane::JH_LEFT, norvane::JV_BOTTOM, "%c%c", 'A', 'B');
+    font.printf(basic_Rect<float>{100, 500, 100, 20}, JH_LEFT, JV_BOTTOM, "%c%c", 'A', 'B');
     // At a point: centred text starts half its width (rounded up) to the left, right-justified ends there.
-    for (auto [x, justification] : {std::pair{400, norvane::JH_CENTER}, {600, norvane::JH_RIGHT}}) {
+    for (auto [x, justification] : {std::pair{400, JH_CENTER}, {600, JH_RIGHT}}) {
         glLoadIdentity();
         glTranslatef(static_cast<float>(x), 50, 0);
         font.print(justification, "AB");

@@ -3,12 +3,10 @@
 #include "gfx/fonts.h"
 #include "support/window.h"
 
-using norvane::fonts::BlinkMessage;
-using norvane::fonts::Message;
-using norvane::fonts::Messages;
+using namespace norvane::fonts;
 
 // Writes down what it prints instead of drawing it.
-struct Ledger : norvane::fonts::Font {
+struct Ledger : Font {
     unsigned char getHeight() override { return 10; }
     unsigned short getWidth(const char* text) override { return static_cast<unsigned short>(std::string(text).size()); }
     using Font::print;
