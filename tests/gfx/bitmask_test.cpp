@@ -44,7 +44,7 @@ static int bruteLargestSolidArea(const Bitmask& m) {
     return best;
 }
 
-TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
+TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighestAndTheInnerBoxIsALargestSolidRectangle) {
     for (const auto& [alpha, threshold, solid] : {std::tuple{128, 0.5f, false}, {129, 0.5f, true}, {1, 0.0f, true},
                                                   {0, 0.0f, false}, {255, 0.99f, true}, {255, 0.9961f, false}}) {
         SurfacePtr pixel = makeRgbaSurface(1, 1);
@@ -78,9 +78,8 @@ TEST(Bitmask, SolidMeansAlphaOver256thsInRowsOfWordsLeftmostPixelHighest) {
                   for (const auto& [a, b, dx, dy] : {std::tuple{&plus, &dot, 1, 1}, {&plus, &dot, 0, 2}, {&dot, &plus, -1, -1}})
                       printCollisionBitmask(a, b, dx, dy);
               }), "3 x 3:\n.#." + pad + "|\nXXX" + pad + "|\n.#." + pad + "|\nX\n2\nX\n");
-}
 
-TEST(Bitmask, InnerBoxIsALargestSolidRectangleWithOrWithoutTheCache) {
+    // The inner box is a largest solid rectangle, with or without the cache.
     for (unsigned seed = 1; seed <= 60; ++seed) {
         const int width = 1 + static_cast<int>(seed % 11), height = 1 + static_cast<int>(seed % 7);
         // Alternating keepCache and widths: stale column runs from a previous build would show here.

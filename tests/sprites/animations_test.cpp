@@ -35,7 +35,7 @@ struct Film {
 
 using Indices = std::vector<int>;
 
-TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededAndOneShotsStopAtTheEnd) {
+TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededOneShotsStopAtTheEndAndBanksReadDefaults) {
     Film film(true);
     EXPECT_EQ(film.indices(1, {100, 1}), (Indices{0, 1}));  // equal is not enough
     EXPECT_EQ(film.indices(2, {200, 1}), (Indices{0, 1}));  // speed 2 doubles every frame
@@ -63,9 +63,8 @@ TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededAndOneShotsStopAtTheEnd) {
     EXPECT_TRUE(AnimationReference().isFinished());
     for (float delay : {0.0f, -5.0f, 1e-30f}) Film(true, delay).indices(1, {16, 16});
     Film(true).indices(-1, {16, 16});
-}
 
-TEST(AnimationBank, ReadsLoopsImageBanksAndDefaults) {
+    // A bank reads loops, the enclosing image bank and defaults.
     OwningManager manager;
     auto* images = new ImageBank;
     manager.banks["sprites"] = images;
