@@ -36,7 +36,7 @@ TEST(Screen, ColoursComeFromXmlPixelsFromLittleEndianBytesAndNothingOpensWithout
     SDL_Quit();
 }
 
-TEST_F(WindowTest, OpensTheWindowReportsItAndTogglesFullscreenOrSaysWhy) {
+TEST_F(WindowTest, OpensTheWindowReportsItTogglesFullscreenOrSaysWhyAndContextsEstablishTheirState) {
     EXPECT_TRUE(std::regex_match(
         startupLog, std::regex(R"(\[norvane:core\] \(info\) Norvane version .*\n)"
                                R"(\[norvane:core\] \(info\) Norvane is now using OpenGL version "[^"]+" at 800x600x32\.\n)")))
@@ -57,9 +57,7 @@ TEST_F(WindowTest, OpensTheWindowReportsItAndTogglesFullscreenOrSaysWhy) {
         EXPECT_EQ(e.rfind("Could not toggle fullscreen mode:", 0), 0u) << e;
     }
     EXPECT_FALSE(norvane::fullscreen);
-}
 
-TEST_F(WindowTest, ContextsEstablishTheirState) {
     norvane::RenderContext3D deep;
     deep.fogMode = 2, deep.wireframe = true;
     deep.apply();
