@@ -96,8 +96,7 @@ TEST_F(WindowTest, FontBanksKeyFontsByDescriptorAndSurviveBadDescriptions) {
     auto* broken = bank.find(FontDescriptor("broken", 0, 0));  // glyphs without a usable image still advance
     ASSERT_TRUE(blocks && single && other && broken);
     EXPECT_EQ((std::vector<int>{blocks->getWidth("AB"), single->getWidth("A"), single->getWidth("!"),
-                                other->getWidth("AB"), broken->getWidth("AB")}),
-              (std::vector<int>{14, 3, 0, 0, 6}));
+                                other->getWidth("AB"), broken->getWidth("AB")}), (std::vector<int>{14, 3, 0, 0, 6}));
     for (auto* font : {broken, other}) font->print("AB");
     bank.refresh();
     EXPECT_EQ(bank.find(FontDescriptor("blocks", 10, 0))->getWidth("AB"), 14);

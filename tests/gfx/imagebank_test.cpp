@@ -41,8 +41,7 @@ TEST(ImageBank, DefinitionReadsImagesWithTheirSettingsLoopsAndMessages) {
     ASSERT_TRUE(game);
     // Defaults; a misspelt filter is linear; the later "dup" replaced the earlier.
     EXPECT_EQ(names(*game, dir), "a.png:ships/a.png dup:ships/two.png full:ships/full.png odd:ships/o.png ");
-    EXPECT_EQ(names(*manager.get<ImageBank>("imagesMenu"), dir),
-              "[i]:after.png ship01:s01.png ship02:s02.png ");
+    EXPECT_EQ(names(*manager.get<ImageBank>("imagesMenu"), dir), "[i]:after.png ship01:s01.png ship02:s02.png ");
     auto* full = static_cast<SimpleImage*>(game->find("full"));
     const ImageResource* plain = game->find("a.png");
     EXPECT_EQ((std::vector<float>{full->getHotspot().x, full->getHotspot().y, full->getBitmaskThreshold(), float(full->getClamp()),

@@ -22,8 +22,7 @@ struct Tree : GuiTest {
 TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents) {
     Probe *label = add(gui, "label", {}, false), *a = add(gui, "a"), *b = add(gui, "b", {}, true, 3, 4), *c = add(gui, "c");
     // The label counts although it takes no part in the grid.
-    EXPECT_EQ((std::vector<int>{label->gridY, a->gridY, b->gridX, b->gridY, c->gridX, c->gridY}),
-              (std::vector<int>{0, 1, 3, 4, 0, 3}));
+    EXPECT_EQ((std::vector<int>{label->gridY, a->gridY, b->gridX, b->gridY, c->gridX, c->gridY}), (std::vector<int>{0, 1, 3, 4, 0, 3}));
     Component* box = pane(gui, {10, 10, 50, 50});
     Probe *under = add(*box, "c", {0, 0, 20, 20}), *over = add(*box, "over", {0, 0, 20, 20});
     EXPECT_EQ((Children{gui["c"], (*box)["c"], gui["nobody"]}), (Children{c, under, nullptr}));  // direct children first

@@ -47,8 +47,7 @@ TEST_F(WindowTest, OpensTheWindowReportsItTogglesFullscreenOrSaysWhyAndContextsE
     glGetIntegerv(GL_ALPHA_BITS, &alphaBits);
     const norvane::RenderContext2D context;
     EXPECT_EQ((std::vector<float>{float(norvane::screen->w), float(viewport[3]), float(alphaBits), context.size.x,
-                                  norvane::vpScreen.height}),
-              (std::vector<float>{800, 600, 8, 800, 600}));
+                                  norvane::vpScreen.height}), (std::vector<float>{800, 600, 8, 800, 600}));
     try {
         norvane::setFullscreen(true);
         EXPECT_TRUE(norvane::fullscreen);
