@@ -9,12 +9,8 @@ using namespace norvane::fonts;
 
 // 16 x 32: "A" (5 wide, white) and "B" (7, red) on line 1; "C" (3, green) on line 2, two pixels lower; 10 high.
 const char* const BLOCKS = R"(<bitmapfont name="blocks" size="10" height="10" spacing="1" width="5" hPadding="1" vPadding="2">
-  <char width="4"/>
-  <image file="glyphs.png">
-    <line index="1"><char char="A"/><char char="66" width="7"/></line>
-    <line index="2"><char char="0x43" width="3" yHotSpot="2"/><char/></line>
-  </image>
-</bitmapfont>)";
+  <char width="4"/><image file="glyphs.png"><line index="1"><char char="A"/><char char="66" width="7"/></line>
+  <line index="2"><char char="0x43" width="3" yHotSpot="2"/><char/></line></image></bitmapfont>)";
 
 static std::string makeFontDir(const std::string& name, const std::string& description) {
     SurfacePtr sheet = makeRgbaSurface(16, 32);

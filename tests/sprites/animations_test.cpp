@@ -69,16 +69,12 @@ TEST(Animation, FramesAdvanceOnceTheirTimeIsExceededOneShotsStopAtTheEndAndBanks
     auto* images = new ImageBank;
     manager.banks["sprites"] = images;
     for (const char* name : {"boom01_a", "boom02_a", "boom03_a", "ship"}) images->add(name, new SimpleImage(name, ""));
-    std::unique_ptr<xml::Node> root(xml::loadXML(writeFile("animations.xml", R"(
-      <animations imageBank="sprites">
-        <loop var="n" from="1" to="3" digits="2">
-          <animation name="boom[n]" delay="40" loop="false"><frame image="boom[n]_a"/><frame image="boom[n]_a" delay="80"/></animation>
-        </loop>
-        <animation name="ship"><loop var="i" from="1" to="2"><frame image="ship"/></loop><frame image="gone"/></animation>
-        <animation name="ship" imageBank="unknown"><frame image="ship"/></animation>
-        <animation><frame image="ship"/></animation>
-        <animation name="blank"><frame delay="5"/></animation>
-      </animations>)").c_str()));
+    std::unique_ptr<xml::Node> root(xml::loadXML(writeFile("animations.xml", R"(<animations imageBank="sprites">
+      <loop var="n" from="1" to="3" digits="2"><animation name="boom[n]" delay="40" loop="false"><frame image="boom[n]_a"/>
+        <frame image="boom[n]_a" delay="80"/></animation></loop>
+      <animation name="ship"><loop var="i" from="1" to="2"><frame image="ship"/></loop><frame image="gone"/></animation>
+      <animation name="ship" imageBank="unknown"><frame image="ship"/></animation><animation><frame image="ship"/></animation>
+      <animation name="blank"><frame delay="5"/></animation></animations>)").c_str()));
     AnimationBank bank;
     bank.manager = &manager;
     const std::string log = captured([&] { bank.getFromNode(root.get(), std::string()); });
