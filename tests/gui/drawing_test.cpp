@@ -60,15 +60,13 @@ static std::string widgets() {
                     cell("Label", "fontless", 3, 6, "style=\"lCentred\" image=\"marker\"") + cell("InputCaptor", "captor", 2, 6, "");
     for (int c : {2, 3}) w += cell("Button", "b", c, 0, "style=\"bs\"") + cell("DropdownList", "d", c, 3, "style=\"ds\"");
     for (int c : {0, 2, 3}) w += cell("Checkbox", "c", c, 1, "style=\"cs\"") + cell("Checkbox", "k", c, 2, "style=\"cs\" checked=\"true\"");
-    return w + "<Slider_int name=\"s0\" x=\"20\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
-               " buttonStyle=\"bs\" buttonsBefore=\"dec\" buttonsAfter=\"inc\" min=\"0\" max=\"10\" value=\"0\"/>"
-               "<Slider_int name=\"s2\" x=\"340\" y=\"260\" width=\"280\" height=\"20\" barStyle=\"rBar\" handleStyle=\"bs\""
-               " min=\"0\" max=\"10\" value=\"10\"/><Slider_float name=\"s3\" x=\"660\" y=\"200\" width=\"20\" height=\"330\""
-               " orientation=\"vertical\" barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"1\" value=\"0.5\"/>"
-               "<Pane name=\"clip\" x=\"20\" y=\"60\" width=\"100\" height=\"40\" style=\"rBar\">"
-               "<Button name=\"overflow\" x=\"60\" y=\"5\" width=\"80\" height=\"30\" style=\"bs\"/></Pane></Pane>"
-               "<LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\" imageHorizontal=\"left\"/>"
-               "<LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
+    const std::string bars = " barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"10\" y=\"260\" width=\"280\" height=\"20\"";
+    return w + "<Slider_int name=\"s0\" x=\"20\" buttonStyle=\"bs\" buttonsBefore=\"dec\" buttonsAfter=\"inc\" value=\"0\"" + bars +
+               "/><Slider_int name=\"s2\" x=\"340\" value=\"10\"" + bars + "/><Slider_float name=\"s3\" x=\"660\" y=\"200\" width=\"20\""
+               " height=\"330\" orientation=\"vertical\" barStyle=\"rBar\" handleStyle=\"bs\" min=\"0\" max=\"1\" value=\"0.5\"/>"
+               "<Pane name=\"clip\" x=\"20\" y=\"60\" width=\"100\" height=\"40\" style=\"rBar\"><Button name=\"overflow\" x=\"60\""
+               " y=\"5\" width=\"80\" height=\"30\" style=\"bs\"/></Pane></Pane><LabelStyle name=\"lLeft\" rect=\"rBar\" font=\"fText\""
+               " imageHorizontal=\"left\"/><LabelStyle name=\"lCentred\" rect=\"rBar\" imageHorizontal=\"left\"/>";
 }
 
 TEST_F(WindowTest, EveryWidgetInEveryStateLooksAsItsStyleSays) {
