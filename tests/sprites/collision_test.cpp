@@ -88,21 +88,17 @@ TEST(SpriteCollision, EnginesFindExactlyThePairsOfNestedLoops) {
         Calls calls;
         std::vector<std::unique_ptr<Probe>> probes;
         SpriteEngine ships, rocks, lasers;
-        for (SpriteEngine* e : {&ships, &rocks, &lasers}) {
+        for (SpriteEngine* e : {&ships, &rocks, &lasers})
             for (int i = 0; i < (e == &ships ? 20 : e == &rocks ? 180 : 100); ++i) {
                 probes.emplace_back(new Probe(uniform(-40, 840), uniform(-40, 640), &calls, 1 + std::rand() % 60));
                 Probe* p = probes.back().get();
                 p->hotspot = {uniform(-20, 20), uniform(-20, 20)};
-                if (const size_t kind = static_cast<size_t>(std::rand() % 5); kind < masks.size()) {
-                    p->setMask(masks[kind].get());
-                } else if (kind == 3) {
-                    p->innerBoundingBox = {2, 2, p->outerBoundingBox.width / 2, p->outerBoundingBox.height / 2};
-                }
+                if (const size_t kind = static_cast<size_t>(std::rand() % 5); kind < masks.size()) p->setMask(masks[kind].get());
+                else if (kind == 3) p->innerBoundingBox = {2, 2, p->outerBoundingBox.width / 2, p->outerBoundingBox.height / 2};
                 p->collidable = std::rand() % 5 != 0;
                 p->spentOnHit = std::rand() % 4 == 0;
                 e->addBack(p);
             }
-        }
         std::vector<bool> flags;
         for (const auto& p : probes) flags.push_back(p->collidable);
         for (SpriteEngine* other : {&rocks, &lasers, &ships, static_cast<SpriteEngine*>(nullptr)}) {
