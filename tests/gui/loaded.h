@@ -44,9 +44,7 @@ struct LoadedGui : ::testing::Test {
     void click(const norvane::gui::Component* c, bool down, float dx = 5, float dy = 5, Uint8 b = 1) {
         send(mouseButtonEvent(b, down, Uint16(c->getPos().x + dx), Uint16(480 - (c->getPos().y + dy))));
     }
-    void moveTo(const norvane::gui::Component* c) {
-        send(mouseMotionEvent(Uint16(c->getPos().x + 5), Uint16(480 - (c->getPos().y + 5))));
-    }
+    void moveTo(const norvane::gui::Component* c) { send(mouseMotionEvent(Uint16(c->getPos().x + 5), Uint16(480 - (c->getPos().y + 5)))); }
 
     Callback callback;  // outlives the GUI
     OwningManager manager;
