@@ -9,8 +9,7 @@ using namespace norvane::gui;
 
 static void writeImage(const std::string& name, int size, Uint32 rgba) {
     SurfacePtr surface = makeRgbaSurface(size, size);
-    SDL_FillRect(surface.get(), nullptr,
-                 SDL_MapRGBA(surface->format, rgba >> 24, (rgba >> 16) & 0xFF, (rgba >> 8) & 0xFF, rgba & 0xFF));
+    SDL_FillRect(surface.get(), nullptr, SDL_MapRGBA(surface->format, rgba >> 24, rgba >> 16 & 0xFF, rgba >> 8 & 0xFF, rgba & 0xFF));
     savePng(surface.get(), scratchPath(name).c_str());
 }
 

@@ -23,10 +23,7 @@ struct Film {
     std::vector<int> indices(float speed, std::vector<float> steps) {
         std::unique_ptr<AnimationReference> ref(animation.getReference(speed));
         std::vector<int> seen;
-        for (float ms : steps) {
-            ref->perform(ms);
-            seen.push_back(ref->index);
-        }
+        for (float ms : steps) ref->perform(ms), seen.push_back(ref->index);
         return seen;
     }
     Still stills[3] = {Still(0), Still(1), Still(2)};
