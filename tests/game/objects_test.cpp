@@ -113,31 +113,25 @@ TEST_F(GameWorld, WhatDestroysAsteroidsAndContainersDecidesTheScoreAndTheSplit) 
 }
 
 TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
-    struct Case {
-        ExtraType type;
-        int before, after;  // of the upgrade the extra raises
-    };
-    for (const Case& c : {Case{etLaserType, 0, 1}, {etLaserType, 4, 4}, {etSpeed, 4, 5}, {etSpeed, 5, 5}, {etFireRate, 5, 5},
-                          {etTimeWarp, 2, 2}, {etTimeWarp, 0, 1}, {etEnergy, 14000, 15000}, {etEnergy, 0, 2500}, {etCrystal, 0, 0}}) {
-        SCOPED_TRACE(testing::Message() << c.type << " from " << c.before);
+    // The upgrade the extra raises, before and after.
+    for (auto [type, before, after] : {std::tuple{etLaserType, 0, 1}, {etLaserType, 4, 4}, {etSpeed, 4, 5}, {etSpeed, 5, 5},
+                                       {etFireRate, 5, 5}, {etTimeWarp, 2, 2}, {etTimeWarp, 0, 1}, {etEnergy, 14000, 15000},
+                                       {etEnergy, 0, 2500}, {etCrystal, 0, 0}}) {
+        SCOPED_TRACE(testing::Message() << type << " from " << before);
         start(gtSingleA);
         Player* ship = game->ships[0];
-        auto value = [&] {
-            const int values[] = {ship->laserType, ship->speedUpgrades, ship->fireRate,
-                                  static_cast<int>(ship->energy), ship->timeWarps, 0};
-            return values[c.type];
-        };
-        ship->laserType = static_cast<short>(c.type == etLaserType ? c.before : 0);
-        ship->setSpeedupCount(c.type == etSpeed ? c.before : 0);
-        ship->setFireRateCount(c.type == etFireRate ? c.before : 0);
-        ship->energy = static_cast<float>(c.type == etEnergy ? c.before : 0);
-        ship->timeWarps = c.type == etTimeWarp ? c.before : 0;
-        Extra* extra = addExtra(c.type, ship->position.x, ship->position.y);
+        ship->laserType = static_cast<short>(type == etLaserType ? before : 0);
+        ship->setSpeedupCount(type == etSpeed ? before : 0);
+        ship->setFireRateCount(type == etFireRate ? before : 0);
+        ship->energy = static_cast<float>(type == etEnergy ? before : 0);
+        ship->timeWarps = type == etTimeWarp ? before : 0;
+        Extra* extra = addExtra(type, ship->position.x, ship->position.y);
         EXPECT_TRUE(ship->collectExtra(extra));
         EXPECT_FALSE(ship->collectExtra(extra)) << "collected once only";
-        EXPECT_EQ(value(), c.after);
-        EXPECT_EQ(ship->hudBlinkCount > 0, c.type != etEnergy && c.type != etCrystal);
-        EXPECT_EQ(ship->score, c.type == etCrystal ? 500u : 0u);
+        const int values[] = {ship->laserType, ship->speedUpgrades, ship->fireRate, int(ship->energy), ship->timeWarps, 0};
+        EXPECT_EQ(values[type], after);
+        EXPECT_EQ(ship->hudBlinkCount > 0, type != etEnergy && type != etCrystal);
+        EXPECT_EQ(ship->score, type == etCrystal ? 500u : 0u);
         EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(ship->speedUpgrades));
         EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(static_cast<short>(ship->fireRate)));
     }

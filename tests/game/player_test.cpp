@@ -16,44 +16,39 @@ Upgrades upgrades(const Player* ship) { return {ship->speedUpgrades, ship->fireR
 }  // namespace
 
 TEST_F(GameWorld, HitsCostUpgradesAndDropThemUntilNoneIsLeftToLose) {
-    struct Case {
-        Upgrades before;
-        bool byPirate, survives;
-        Upgrades after;
-        int drops;
-    };
-    const Case cases[] = {
+    // Before, hit by a pirate, survives, after, extras dropped.
+    const std::tuple<Upgrades, bool, bool, Upgrades, int> cases[] = {
         {{0, 0, 0}, false, false, {0, 0, 0}, 0},  // a new ship explodes at once
         {{1, 0, 1}, true, false, {1, 0, 1}, 0},   // every upgrade below a pirate's damage of 2
         {{1, 0, 1}, false, true, {0, 0, 0}, 2},
         {{3, 2, 2}, true, true, {1, 0, 0}, 3},
         {{0, 5, 0}, false, true, {0, 4, 0}, 1},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << std::get<0>(c.before) << std::get<1>(c.before) << c.byPirate);
+    for (const auto& [before, byPirate, survives, after, drops] : cases) {
+        SCOPED_TRACE(testing::Message() << std::get<0>(before) << std::get<1>(before) << byPirate);
         start(gtSingleA);
         Player* ship = game->ships[0];
-        ship->setSpeedupCount(std::get<0>(c.before));
-        ship->setFireRateCount(std::get<1>(c.before));
-        ship->laserType = static_cast<short>(std::get<2>(c.before));
+        ship->setSpeedupCount(std::get<0>(before));
+        ship->setFireRateCount(std::get<1>(before));
+        ship->laserType = static_cast<short>(std::get<2>(before));
         ship->position = {400.0f, 300.0f};
-        if (c.byPirate) game->foes[1] = new Foe(true);
-        VantorixSprite* by = c.byPirate ? static_cast<VantorixSprite*>(game->foes[1]) : addAsteroid(atLarge, 0, 400, 300);
+        if (byPirate) game->foes[1] = new Foe(true);
+        VantorixSprite* by = byPirate ? static_cast<VantorixSprite*>(game->foes[1]) : addAsteroid(atLarge, 0, 400, 300);
         by->position = ship->position;
-        collide(game->shipEngine, c.byPirate ? game->foeEngine : game->asteroidEngine);
+        collide(game->shipEngine, byPirate ? game->foeEngine : game->asteroidEngine);
 
         EXPECT_EQ(std::make_tuple(ship->alive, ship->visible, game->livingShips),
-                  std::make_tuple(c.survives, c.survives, c.survives ? 1u : 0u));
-        EXPECT_EQ(upgrades(ship), c.after);
+                  std::make_tuple(survives, survives, survives ? 1u : 0u));
+        EXPECT_EQ(upgrades(ship), after);
         EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(ship->speedUpgrades));
         EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(static_cast<short>(ship->fireRate)));
-        EXPECT_EQ(game->extraEngine.size(), c.drops);
+        EXPECT_EQ(game->extraEngine.size(), drops);
         for (Sprite* s : game->extraEngine.sprites) EXPECT_FALSE(s->collidable) << "out of reach at first";
-        const bool rammed = c.byPirate ? !game->foes[1] : static_cast<Asteroid*>(by)->exploded;
-        EXPECT_EQ(rammed, c.survives) << "what hits a surviving ship explodes";
-        EXPECT_EQ(ship->flameChanged, c.survives && c.after == Upgrades());
-        if (c.survives) {
-            EXPECT_EQ(ship->hudValues[hvSpeed], std::get<0>(c.before)) << "the HUD blinks the old";
+        const bool rammed = byPirate ? !game->foes[1] : static_cast<Asteroid*>(by)->exploded;
+        EXPECT_EQ(rammed, survives) << "what hits a surviving ship explodes";
+        EXPECT_EQ(ship->flameChanged, survives && after == Upgrades());
+        if (survives) {
+            EXPECT_EQ(ship->hudValues[hvSpeed], std::get<0>(before)) << "the HUD blinks the old";
         }
 
         // Catching a dropped upgrade again mends the flame.

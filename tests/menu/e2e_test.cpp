@@ -1,6 +1,6 @@
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -18,17 +18,12 @@ namespace {
 
 const std::string WORK = TEST_TMP_DIR "/menu-run";
 
-bool exists(const std::string& path) {
-    struct stat info;
-    return stat(path.c_str(), &info) == 0;
-}
+bool exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
 void nap(double seconds) { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }
 
 // Pixel (x, y) of a screenshot counted from the lower left, as the game places things.
-Rgba at(const SurfacePtr& p, float x, float y) {
-    return pixelAt(p.get(), static_cast<int>(x), p->h - 1 - static_cast<int>(y));
-}
+Rgba at(const SurfacePtr& p, float x, float y) { return pixelAt(p.get(), int(x), p->h - 1 - int(y)); }
 
 // Pixels of `area` of a screenshot that `match`.
 template <typename Match>
@@ -41,18 +36,14 @@ int count(const SurfacePtr& p, const norvane::basic_Rect<float>& area, Match mat
 }
 
 bool yellow(const Rgba& c) { return near(c, 255, 255, 0, c.a, 60); }
+bool bright(const Rgba& c) { return c.r + c.g + c.b > 300; }
 
 // The mean column of the bright shapes between x `from` and `to` in the band where the ships fly
 // at first, or -1; stars are single pixels and too few in a column to count.
 float shipX(const SurfacePtr& p, int from, int to) {
     float sum = 0.0f, columns = 0.0f;
     for (int x = from; p && x < to; ++x) {
-        int bright = 0;
-        for (int y = 20; y < 100; ++y) {
-            const Rgba c = at(p, x, y);
-            bright += c.r + c.g + c.b > 300;
-        }
-        if (bright >= 4) sum += x, ++columns;
+        if (count(p, {float(x), 20, 1, 80}, bright) >= 4) sum += x, ++columns;
     }
     return columns > 0 ? sum / columns : -1.0f;
 }
@@ -78,6 +69,11 @@ protected:
     // Far enough apart that each key is handled in a frame of its own, also on a busy machine: a key
     // that opens a dialog acts through a trigger, after the other events of its frame.
     void keys(const std::string& names) { ASSERT_TRUE(xdotool("key --delay 250 " + names)); }
+    // Ends with status 0 after logging `line`.
+    static void expectEnds(Program& game, const std::string& line) {
+        EXPECT_EQ(game.wait(), 0);
+        EXPECT_NE(game.output().find("[vantorix:core] (critical) " + line), std::string::npos) << game.output();
+    }
 
     // Presses the screenshot key and reads what the game saved (null before the first frame); a copy
     // named `name` stays for a look.
@@ -104,11 +100,8 @@ protected:
         return count(p, r, [](const Rgba& c) { return c.b >= c.r + 8 && c.b < 60; }) > 0.6f * r.width * r.height;
     }
     bool mainMenuShown(const SurfacePtr& p) const {
-        for (const char* name : {"btnSinglePlayerA", "btnSinglePlayerB", "btnMultiplayer", "btnSettings", "btnCredits",
-                                 "btnMainQuit"}) {
-            if (!buttonAt(p, name)) return false;
-        }
-        return true;
+        const char* names[] = {"btnSinglePlayerA", "btnSinglePlayerB", "btnMultiplayer", "btnSettings", "btnCredits", "btnMainQuit"};
+        return std::all_of(std::begin(names), std::end(names), [&](const char* name) { return buttonAt(p, name); });
     }
     SurfacePtr untilMainMenu(Program& game, const std::string& name) {
         SurfacePtr menu = shot(game, name);
@@ -161,10 +154,7 @@ TEST_F(Session, ThroughTheMenusWithTheKeyboard) {
 
     // Both volumes down a notch, through the sound dialog; full screen and back.
     keys("Up Right Return Up Left Left Up Left Down Down Return");
-    for (int i = 0; i < 2; ++i) {
-        keys("F11");
-        nap(0.5);
-    }
+    ASSERT_TRUE(xdotool("key F11 sleep 0.5 key F11 sleep 0.5"));
     SurfacePtr settings = shot(game, "settings-after-fullscreen");
     ASSERT_TRUE(settings);
     EXPECT_EQ(settings->w, 800);
@@ -252,9 +242,7 @@ TEST_F(Session, ClosingTheWindowQuits) {
 
 TEST_F(Session, WithoutAnAudioDeviceItSaysSoAndEnds) {
     Program game(WORK, {"ALSOFT_DRIVERS=none"});
-    EXPECT_EQ(game.wait(), 0);
-    EXPECT_NE(game.output().find("[vantorix:core] (critical) Could not intialize norvane:audio: "), std::string::npos)
-        << game.output();
+    expectEnds(game, "Could not intialize norvane:audio: ");
     EXPECT_TRUE(exists(settingsPath())) << "the settings are still written";
 }
 
@@ -265,10 +253,7 @@ TEST_F(Session, WithABrokenDataSetItSaysSoAndEnds) {
         delete sounds;
     });
     Program game(WORK);
-    EXPECT_EQ(game.wait(), 0);
-    EXPECT_NE(game.output().find("[vantorix:core] (critical) Could not load resources: samples not found"),
-              std::string::npos)
-        << game.output();
+    expectEnds(game, "Could not load resources: samples not found");
     EXPECT_FALSE(exists(settingsPath())) << "no resources, no settings to save";
 }
 
@@ -289,8 +274,6 @@ TEST_F(Session, WhenTheScreenModeIsRefusedItSaysSoAndEnds) {
     }
     ASSERT_TRUE(server) << "no display could be started";
     Program game(WORK, {"DISPLAY=" + display});
-    EXPECT_EQ(game.wait(), 0);
-    EXPECT_NE(game.output().find("[vantorix:core] (critical) InitScreen() failed: "), std::string::npos)
-        << game.output();
+    expectEnds(game, "InitScreen() failed: ");
     EXPECT_TRUE(exists(settingsPath())) << "the settings are still written";
 }

@@ -43,11 +43,6 @@ norvane::basic_Rect<float> Layout::rect(const std::string& name) const {
     return c ? absoluteRect(c) : norvane::basic_Rect<float>{};
 }
 
-norvane::basic_Vector2D<float> Layout::centre(const std::string& name) const {
-    const norvane::basic_Rect<float> r = rect(name);
-    return {r.x + r.width / 2, r.y + r.height / 2};
-}
-
 norvane::basic_Rect<float> absoluteRect(const norvane::gui::Component* component) {
     norvane::basic_Rect<float> r{0, 0, component->getDimensions().x, component->getDimensions().y};
     for (const norvane::gui::Component* c = component; c && c->getParent(); c = c->getParent()) {

@@ -23,7 +23,6 @@ public:
 
     // In window pixels from the lower left; what the game's GUI was given by the definition.
     norvane::basic_Rect<float> rect(const std::string& name) const;
-    norvane::basic_Vector2D<float> centre(const std::string& name) const;
 
 private:
     norvane::ResourceManager manager;

@@ -29,13 +29,30 @@ int brightest(const SurfacePtr& shot, const norvane::basic_Rect<float>& r, Rgba*
     return best;
 }
 
+// Every visible widget of `panel` left its mark: buttons their blue fill, checkboxes their box,
+// labels with a caption some bright text.
+void expectDrawn(const SurfacePtr& shot, const norvane::gui::Component* panel) {
+    for (const norvane::gui::Component* c : panel->getChildren()) {
+        if (!c->getVisible()) continue;
+        const norvane::basic_Rect<float> r = absoluteRect(c);
+        const Rgba fill = pixelAt(shot.get(), static_cast<int>(r.x + 4), shot->h - 1 - static_cast<int>(r.y + r.height / 2));
+        if (dynamic_cast<const norvane::gui::Button*>(c)) {  // filled left of the caption
+            EXPECT_TRUE(fill.b > 80 && fill.b > fill.r + 40) << c->getName();
+        } else if (dynamic_cast<const norvane::gui::Checkbox*>(c)) {
+            EXPECT_GT(brightest(shot, {r.x - 20, r.y, 20, 20}), 300) << c->getName();
+        } else if (auto* label = dynamic_cast<const norvane::gui::Label*>(c); label && !label->getCaption().empty()) {
+            EXPECT_GT(brightest(shot, r), 350) << c->getName();
+        }
+    }
+}
+
 }  // namespace
 
 TEST_F(TitleMenu, StartsOnTheCreditsAndQuitsAtOnceWhileLoading) {
     EXPECT_FALSE(resources->loaded || shown("pMainMenu") || resources->evaluatorMenu->enabled);
     EXPECT_TRUE(shown("pCredits"));
     keys({SDLK_ESCAPE});  // no menu keys yet: the credits panel's own button goes back
-    EXPECT_NE(vantorix::menu, nullptr);
+    ASSERT_NE(vantorix::menu, nullptr);
     keys({SDLK_RETURN});
     EXPECT_EQ(vantorix::menu, nullptr) << "back during loading ends the menu without asking";
 }
@@ -200,9 +217,7 @@ TEST_F(TitleMenu, EverythingWorksWithAGamepadAlone) {
     joyAxis(0, 30000);
     joyButtons({0});  // the sound dialog: the stick sets a volume
     ASSERT_TRUE(shown("pSoundSettings"));
-    joyAxis(1, -30000);
-    joyAxis(1, -30000);
-    joyAxis(0, -30000);
+    for (Uint8 axis : {1, 1, 0}) joyAxis(axis, -30000);
     EXPECT_EQ(resources->currentVolumeSfx, 65);
     joyButtons({1});  // back: cancelled
     EXPECT_EQ(resources->currentVolumeSfx, 70);
@@ -214,8 +229,7 @@ TEST_F(TitleMenu, EverythingWorksWithAGamepadAlone) {
     ASSERT_TRUE(shown("pGetKey"));
     joyButtons({4});
     EXPECT_EQ(caption("labelControlsLeftJoy"), "Joy 0; Btn 4") << "it replaces the stick's left";
-    joyAxis(1, 30000);
-    joyAxis(1, 30000);
+    for (int i = 0; i < 2; ++i) joyAxis(1, 30000);
     joyButtons({0});  // Up, caught from another stick
     joyAxis(4, 30000);
     EXPECT_EQ(caption("labelControlsUpJoy"), "Joy 0; Axis 4 -");
@@ -231,27 +245,6 @@ TEST_F(TitleMenu, EverythingWorksWithAGamepadAlone) {
     joyButtons({0});
     EXPECT_EQ(vantorix::menu, nullptr);
 }
-
-namespace {
-
-// Every visible widget of `panel` left its mark: buttons their blue fill, checkboxes their box,
-// labels with a caption some bright text.
-void expectDrawn(const SurfacePtr& shot, const norvane::gui::Component* panel) {
-    for (const norvane::gui::Component* c : panel->getChildren()) {
-        if (!c->getVisible()) continue;
-        const norvane::basic_Rect<float> r = absoluteRect(c);
-        const Rgba fill = pixelAt(shot.get(), static_cast<int>(r.x + 4), shot->h - 1 - static_cast<int>(r.y + r.height / 2));
-        if (dynamic_cast<const norvane::gui::Button*>(c)) {  // filled left of the caption
-            EXPECT_TRUE(fill.b > 80 && fill.b > fill.r + 40) << c->getName();
-        } else if (dynamic_cast<const norvane::gui::Checkbox*>(c)) {
-            EXPECT_GT(brightest(shot, {r.x - 20, r.y, 20, 20}), 300) << c->getName();
-        } else if (auto* label = dynamic_cast<const norvane::gui::Label*>(c); label && !label->getCaption().empty()) {
-            EXPECT_GT(brightest(shot, r), 350) << c->getName();
-        }
-    }
-}
-
-}  // namespace
 
 // Each screenshot stays in the test's scratch directory for a look.
 TEST_F(TitleMenu, EveryPanelDialogAndPageIsDrawn) {

@@ -88,15 +88,6 @@ std::string Program::output() const {
     return text.str();
 }
 
-bool Program::waitForOutput(const std::string& text, double seconds) const {
-    const auto start = std::chrono::steady_clock::now();
-    while (output().find(text) == std::string::npos) {
-        if (since(start) > seconds) return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    return true;
-}
-
 std::string Program::window(double seconds) {
     const auto start = std::chrono::steady_clock::now();
     // By the process, not only the name: the window of a game that has just ended may linger.

@@ -18,7 +18,6 @@ public:
     // The exit status, or -1 when it did not end within `seconds`.
     int wait(double seconds = 30.0);
     std::string output() const;  // everything printed so far
-    bool waitForOutput(const std::string& text, double seconds = 30.0) const;
     // The id of its window once it is mapped and has the keyboard focus; 0 if none came.
     std::string window(double seconds = 30.0);
     // Asks the window to close, as a window manager does when the player clicks its close box.
