@@ -163,7 +163,7 @@ TEST_F(GameWorld, ExtrasFallWithTheWorldAndFadeOnceCollected) {
     EXPECT_EQ(deleteQueue.size(), 1u) << "queued twice, deleted once";
 }
 
-TEST_F(GameWorld, PiratesFireVolleysAcrossTheScreen) {
+TEST_F(GameWorld, PiratesFireVolleysTakeTheirHitsAndGoWhenTheShipsAreGone) {
     for (const auto& [level, volley] : {std::pair{4u, 0}, std::pair{9u, 2}}) {
         SCOPED_TRACE(level);
         start(gtSingleA);
@@ -182,9 +182,8 @@ TEST_F(GameWorld, PiratesFireVolleysAcrossTheScreen) {
         EXPECT_LT(laser->velocity.x, 0.0f) << "from the right edge to the left";
         EXPECT_FLOAT_EQ(laser->velocity.y, 0.4f * foe->velocity);
     }
-}
 
-TEST_F(GameWorld, PiratesTakeFiftyHitsAtLevelThreeAndGoWhenTheShipsAreGone) {
+    // Fifty hits at level 3; with the ships gone, they go.
     start(gtSingleA);
     game->initLevel(3);
     EXPECT_TRUE(game->spawnFoe(-1));

@@ -59,7 +59,7 @@ TEST_F(GameWorld, HitsCostUpgradesAndDropThemUntilNoneIsLeftToLose) {
     }
 }
 
-TEST_F(GameWorld, ShieldBurnsTwoUnitsOfEnergyAMillisecond) {
+TEST_F(GameWorld, ShieldBurnsTwoUnitsOfEnergyAMillisecondAndTimeWarpSparesItsShip) {
     start(gtSingleA);
     Player* ship = game->ships[0];
     Trigger* held = game->shieldTrigger[0];
@@ -88,6 +88,28 @@ TEST_F(GameWorld, ShieldBurnsTwoUnitsOfEnergyAMillisecond) {
     EXPECT_NEAR(ship->energy, 5000.0f - 2.0f * 490.0f, 1.0f);
     run(200);
     EXPECT_FALSE(ship->shield->collidable);
+
+    // Time warp slows the world but not its ship.
+    start(gtSingleA);
+    ship = game->ships[0];
+    ship->timeWarps = 1;
+    run(10);
+    ship->startTimeWarp();
+    EXPECT_EQ(ship->timeWarps, 0);
+    run(1000);  // the world slows to 0.4 within 600 ms
+    EXPECT_FLOAT_EQ(game->gameSpeed, 0.4f);
+    Asteroid* rock = addAsteroid(atSmall, 0, 100, 500);
+    rock->velocity = {0.0f, -0.1f};
+    ship->position = {400.0f, 100.0f};
+    game->xTrigger[0]->value = 1.0f;
+    run(100);
+    EXPECT_NEAR(rock->position.y, 500.0f - 0.1f * 0.4f * 100.0f, 0.01f);
+    EXPECT_NEAR(ship->position.x, 400.0f + 0.35f * 100.0f, 0.01f);
+    game->xTrigger[0]->value = 0.0f;
+    ship->collidable = false;  // out of the asteroids' way while the warp runs out
+    run(6700);
+    EXPECT_EQ(game->timeWarpTimer, 0u);
+    EXPECT_FLOAT_EQ(game->gameSpeed, 1.0f);
 }
 
 TEST_F(GameWorld, FirePatternsGrowWithTheLaserTypeButModeBHasNone) {
@@ -133,27 +155,4 @@ TEST_F(GameWorld, TwoShipsKeepTheirDistance) {
             EXPECT_LT(std::fabs(left->position.x - right->position.x), 100.0f) << "they met";
         }
     }
-}
-
-TEST_F(GameWorld, TimeWarpSlowsTheWorldButNotItsShip) {
-    start(gtSingleA);
-    Player* ship = game->ships[0];
-    ship->timeWarps = 1;
-    run(10);
-    ship->startTimeWarp();
-    EXPECT_EQ(ship->timeWarps, 0);
-    run(1000);  // the world slows to 0.4 within 600 ms
-    EXPECT_FLOAT_EQ(game->gameSpeed, 0.4f);
-    Asteroid* rock = addAsteroid(atSmall, 0, 100, 500);
-    rock->velocity = {0.0f, -0.1f};
-    ship->position = {400.0f, 100.0f};
-    game->xTrigger[0]->value = 1.0f;
-    run(100);
-    EXPECT_NEAR(rock->position.y, 500.0f - 0.1f * 0.4f * 100.0f, 0.01f);
-    EXPECT_NEAR(ship->position.x, 400.0f + 0.35f * 100.0f, 0.01f);
-    game->xTrigger[0]->value = 0.0f;
-    ship->collidable = false;  // out of the asteroids' way while the warp runs out
-    run(6700);
-    EXPECT_EQ(game->timeWarpTimer, 0u);
-    EXPECT_FLOAT_EQ(game->gameSpeed, 1.0f);
 }
