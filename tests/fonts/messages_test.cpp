@@ -60,9 +60,6 @@ TEST_F(WindowTest, MessagesDrawOnlyWithAFontAndWhileVisible) {
     messages += new Message("steady", 1000);
     auto* blinking = new BlinkMessage("blink", 1000, 100, 100);
     messages += blinking;
-    for (float ms : {0.0f, 150.0f}) {
-        blinking->perform(ms);
-        messages.draw();
-    }
+    for (float ms : {0.0f, 150.0f}) blinking->perform(ms), messages.draw();
     EXPECT_EQ(font.printed, (std::vector<std::string>{"steady", "blink", "steady"}));
 }

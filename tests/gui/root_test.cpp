@@ -22,10 +22,7 @@ struct Routing : GuiTest {
 
 TEST_F(Routing, KeysAndJoysticksGoToTheFocusAndWhatIsNotUsedFallsThrough) {
     a->setFocused(true);
-    for (bool active : {false, true}) {  // inactive: passed on
-        gui.setActive(active);
-        q << keyEvent(SDLK_DOWN, true);
-    }
+    for (bool active : {false, true}) gui.setActive(active), q << keyEvent(SDLK_DOWN, true);  // inactive: passed on
     EXPECT_EQ(gui.getFocused(), b);
     // The focused component does not want p, the default keyUp handles nothing.
     for (SDL_Event e : {keyEvent(SDLK_p, true, 'p'), keyEvent(SDLK_p, false, 'p'), SDL_Event{SDL_VIDEOEXPOSE}}) q << e;

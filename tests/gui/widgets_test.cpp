@@ -23,9 +23,7 @@ struct Widgets : LoadedGui {
         ok->setOnClick(&counter);
         gui->setMouseCursor(new NullCursor);
     }
-    void frames(int count, float ms = 10.0f) {
-        for (int i = 0; i < count; ++i) gui->perform(&q, ms);
-    }
+    void frames(int count, float ms = 10.0f) { for (int i = 0; i < count; ++i) gui->perform(&q, ms); }
     // A key press on what holds the focus, as the GUI hands it on: true when it was used.
     bool type(Uint16 unicode, SDLKey sym = SDLK_UNKNOWN) { return gui->getFocused()->keyDown(&q, sym, KMOD_NONE, unicode); }
 

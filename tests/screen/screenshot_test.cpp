@@ -56,8 +56,7 @@ TEST(Png, EveryPixelSizeIsWrittenAsRgbaAndFailedSavesKeepThePreviousFile) {
     testing::internal::GetCapturedStderr();
     EXPECT_TRUE(readFile(path) == before && !exists(path + ".tmp"));
     // A directory in the way: the temporary file is written but cannot replace it.
-    std::string blocked = scratchPath("blocked.png/");
-    blocked.pop_back();
+    const std::string dir = scratchPath("blocked.png/"), blocked = dir.substr(0, dir.size() - 1);
     EXPECT_EQ(thrownBy([&] { norvane::savePng(rgba.get(), blocked.c_str()); }), "Could not write file \"" + blocked + "\".");
     EXPECT_FALSE(exists(blocked + ".tmp"));
 }
