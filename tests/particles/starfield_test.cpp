@@ -7,8 +7,7 @@ using norvane::Color;
 // 5 slow green stars, an empty red class and 3 fast white ones: moved, then drawn in a real window.
 TEST_F(WindowTest, StarfieldMovesEachClassAtItsSpeedAndDrawsItInItsColour) {
     norvane::particles::StarfieldProperties properties;
-    properties.width = 800;
-    properties.height = 600;
+    properties.width = 800, properties.height = 600;
     properties.classes = {{5, 0.01f, Color(0, 1, 0)}, {0, 1.0f, Color(1, 0, 0)}, {3, 0.1f, Color(1, 1, 1)}};
     std::unique_ptr<norvane::particles::Starfield> field(properties.create());
     ASSERT_EQ(field->starCount, 8);
@@ -16,8 +15,7 @@ TEST_F(WindowTest, StarfieldMovesEachClassAtItsSpeedAndDrawsItInItsColour) {
     field->stars[5] = {100, 5};  // first of the last class: the empty class takes no room
     field->speed = 2.0f;
     field->perform(50);  // 2 x 50 x 0.01, 2 x 50 x 0.1, and 5 - 10 wraps to the top
-    EXPECT_EQ((std::vector<float>{field->stars[4].y, field->stars[6].y, field->stars[5].y}),
-              (std::vector<float>{299.0f, 290.0f, 595.0f}));
+    EXPECT_EQ((std::vector<float>{field->stars[4].y, field->stars[6].y, field->stars[5].y}), (std::vector<float>{299, 290, 595}));
     field->perform(100000);  // a step longer than the whole area still lands inside it
     for (const auto& s : field->stars) EXPECT_TRUE(s.x >= 0 && s.x < 800 && s.y >= 0 && s.y <= 600) << s.x << "," << s.y;
 
