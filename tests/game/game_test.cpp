@@ -78,7 +78,7 @@ TEST_F(GameWorld, ExtrasGoToWhatTheShipsLack) {
     }
 }
 
-TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtras) {
+TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtrasAndFireRestartsAfterTwoSeconds) {
     start(gtSingleB);
     game->ships[0]->collidable = false;
     EXPECT_FALSE(game->firingAllowed);
@@ -94,9 +94,8 @@ TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtras) {
     int weighed = 0;
     for (Sprite* s : game->extraEngine.sprites) weighed += static_cast<Extra*>(s)->type == etSpeed;
     EXPECT_EQ(weighed, 1) << "a speed-up, all a ship lacks in this mode, after 10 s";
-}
 
-TEST_F(GameWorld, FireRestartsAFinishedGameOnlyAfterTwoSeconds) {
+    // Fire restarts a finished game only after two seconds; confirm at once.
     for (SDLKey restart : {SDLK_SPACE, SDLK_RETURN}) {
         start(gtSingleA);
         game->ships[0]->explode();

@@ -19,10 +19,8 @@
 #include "support/window.h"
 #include "vantorix.h"
 
-// A running game on the shipped data in a window under Xvfb, with sound going to the wave writer.
-// The resources are made once, as the program makes them once; each test starts its games with a
-// fixed seed and drives their clock by hand: through the state's own perform, or through whole
-// passes of the application's loop with key events in SDL's queue.
+// The game on the shipped data in a window, sound to the wave writer; resources made once, as the
+// program does. Games start with a fixed seed; their clock runs by hand, with keys in SDL's queue.
 class GameWorld : public WindowTest {
 protected:
     void SetUp() override;

@@ -125,9 +125,8 @@ TEST_F(Session, ThroughTheMenusWithTheKeyboard) {
     EXPECT_TRUE(buttonAt(loading, "btnCreditsBack") && !mainMenuShown(loading));
     ASSERT_TRUE(mainMenuShown(untilMainMenu(game, "menu"))) << game.output();
 
-    // Left alone for half a minute, the menu gives way to the highscores with their white header.
-    // (A slow frame counts for at most 100 ms of the game's time, and a screenshot makes one: none
-    // are taken meanwhile.)
+    // Left alone for half a minute, the menu gives way to the highscores with their white header. A
+    // slow frame counts for at most 100 ms of the game's time, and a screenshot makes one: none meanwhile.
     nap(27);
     EXPECT_TRUE(mainMenuShown(shot(game, "menu-27s")));
     nap(6);
@@ -232,17 +231,15 @@ TEST_F(Session, PlaysEachModeFromTheTitleMenu) {
     EXPECT_EQ(game.wait(), 0) << game.output();
 }
 
-TEST_F(Session, ClosingTheWindowQuits) {
+TEST_F(Session, ClosingTheWindowQuitsAndWithoutAnAudioDeviceItSaysSoAndEnds) {
     Program game(WORK);
     ASSERT_FALSE(game.window().empty()) << game.output();
     game.requestClose();
     EXPECT_EQ(game.wait(), 0) << game.output();
     EXPECT_TRUE(exists(settingsPath())) << game.output();
-}
-
-TEST_F(Session, WithoutAnAudioDeviceItSaysSoAndEnds) {
-    Program game(WORK, {"ALSOFT_DRIVERS=none"});
-    expectEnds(game, "Could not intialize norvane:audio: ");
+    std::remove(settingsPath().c_str());
+    Program silent(WORK, {"ALSOFT_DRIVERS=none"});
+    expectEnds(silent, "Could not intialize norvane:audio: ");
     EXPECT_TRUE(exists(settingsPath())) << "the settings are still written";
 }
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// The built game (or another program), started in a directory of its own with its output kept in
-// a file there. Killed when the object goes, if it still runs.
+// The built game (or another program), run in a directory of its own that keeps its output; killed
+// when the object goes.
 class Program {
 public:
     // `environment`: extra NAME=value entries on top of the test's own.

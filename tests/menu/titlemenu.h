@@ -13,9 +13,8 @@ namespace vantorix {
 class Menu;
 }
 
-// The title menu brought up in this process as the game does it (resources, audio through the
-// wave writer, the window, the menu), driven frame by frame with SDL events through the real
-// control queue.
+// The title menu brought up in this process as the game does it, driven frame by frame with SDL
+// events through the real control queue.
 class TitleMenu : public GameWindow {
 protected:
     void SetUp() override;
