@@ -12,7 +12,7 @@ bool isContainer(const Sprite* s) { return dynamic_cast<const Container*>(s); }
 }  // namespace
 
 // The bonus shrinks with the asteroids spent on the quota; a cleared stage pays it out and starts the next.
-TEST_F(GameWorld, ClearedStagePaysItsBonusAndStartsTheNext) {
+TEST_F(GameWorld, ClearedStagePaysItsBonusAndKillsBringContainersAndThePirate) {
     for (auto [kills, spawned, bonus] : {std::tuple{40, 40, 5000u}, {40, 60, 5000u}, {40, 80, 3333u}, {40, 90, 2500u},
                                          {40, 119, 83u}, {40, 120, 0u}, {40, 200, 0u}, {56, 84, 5000u}}) {
         EXPECT_EQ(Game::stageBonusFor(kills, spawned), bonus) << kills << " of " << spawned;
@@ -40,9 +40,7 @@ TEST_F(GameWorld, ClearedStagePaysItsBonusAndStartsTheNext) {
                   std::make_tuple(2u, +spPlay, type == gtMulti ? 82 : 41, true));
         EXPECT_EQ(game->stageTextColor.alpha, 0.0f);
     }
-}
 
-TEST_F(GameWorld, KillsBringContainersAndTheStagesPirate) {
     start(gtSingleA);
     game->initLevel(3);  // 44 asteroids: a container every 17, the pirate after 22
     Player* ship = game->ships[0];

@@ -112,7 +112,7 @@ TEST_F(GameWorld, WhatDestroysAsteroidsAndContainersDecidesTheScoreAndTheSplit) 
     }
 }
 
-TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
+TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnceFallWithTheWorldAndFade) {
     // The upgrade the extra raises, before and after.
     for (auto [type, before, after] : {std::tuple{etLaserType, 0, 1}, {etLaserType, 4, 4}, {etSpeed, 4, 5}, {etSpeed, 5, 5},
                                        {etFireRate, 5, 5}, {etTimeWarp, 2, 2}, {etTimeWarp, 0, 1}, {etEnergy, 14000, 15000},
@@ -135,9 +135,7 @@ TEST_F(GameWorld, ExtrasRaiseUpgradesToTheirLimitsOnce) {
         EXPECT_FLOAT_EQ(ship->speed, 0.35f + 0.04f * static_cast<float>(ship->speedUpgrades));
         EXPECT_FLOAT_EQ(ship->laserDelay, specs.getLaserDelay(static_cast<short>(ship->fireRate)));
     }
-}
 
-TEST_F(GameWorld, ExtrasFallWithTheWorldAndFadeOnceCollected) {
     start(gtSingleA);
     Extra* extra = addExtra(etSpeed, 400, 600);
     run(100);
