@@ -29,8 +29,8 @@ TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents
     over->bringToFront();
     gui.setDimensions({0, 0, 100, 100});
     // The topmost child; the far edges are outside; hidden and disabled components are passed over.
-    EXPECT_EQ((Children{gui.find({15, 15}), gui.find({30, 30}), gui.find({100, 50}), gui.find({0, 0})}),
-              (Children{over, box, nullptr, &gui}));
+    EXPECT_EQ((Children{gui.find({15, 15}), gui.find({30, 30}), gui.find({100, 50}), gui.find({50, 100}), gui.find({0, 0})}),
+              (Children{over, box, nullptr, nullptr, &gui}));
     over->setVisible(false);
     const Component* shown = gui.find({15, 15});
     under->setEnabled(false);
@@ -61,6 +61,15 @@ TEST_F(Tree, ChildrenAreAddedInOneColumnFoundByNameOrPlaceAndMovedBetweenParents
     under->captureMouse(true);
     delete box;  // a focused, capturing component must not leave a dangling pointer behind
     EXPECT_TRUE(gui.getFocused() == &gui && !gui.getMouseCaptured());
+    // Removing a subtree takes the focus back only from inside it.
+    Probe* kept = add(gui, "kept");
+    kept->setFocused(true);
+    gui -= label;
+    delete label;
+    EXPECT_TRUE(gui.getFocused() == kept && kept->isFocused());
+    gui -= kept;
+    EXPECT_TRUE(gui.getFocused() == &gui && !kept->isFocused());
+    delete kept;
 }
 
 TEST_F(Tree, ArrowsAxesAndTabMoveTheFocusSkippingWhatIsOutOfReach) {

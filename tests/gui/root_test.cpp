@@ -45,8 +45,8 @@ TEST_F(Routing, HoverFocusesWhatLiesUnderTheCursorAndACapturedMouseFollowsItsCom
     int cursorsDeleted = 0;
     auto* cursor = new NullCursor(&cursorsDeleted);
     for (int i = 0; i < 2; ++i) gui.setMouseCursor(cursor);  // the same one again: kept
-    q << mouseMotionEvent(700, 10);
-    EXPECT_EQ((std::vector<float>{cursor->position.x, cursor->position.y, float(cursorsDeleted)}), (std::vector<float>{639, 470, 0}));
+    q << mouseMotionEvent(700, 0);  // beyond the corner: the cursor stays on the last pixels
+    EXPECT_EQ((std::vector<float>{cursor->position.x, cursor->position.y, float(cursorsDeleted)}), (std::vector<float>{639, 479, 0}));
     EXPECT_EQ(gui.getFocused(), &gui);
     moveTo(115, 115);  // over a at (5, 5) inside it
     EXPECT_EQ(gui.getFocused(), a);
