@@ -59,7 +59,7 @@ TEST_F(GameWorld, ClearedStagePaysItsBonusAndKillsBringContainersAndThePirate) {
     EXPECT_EQ(count(game->asteroidEngine, isContainer), 2);
 }
 
-TEST_F(GameWorld, ExtrasGoToWhatTheShipsLack) {
+TEST_F(GameWorld, ExtrasGoToWhatTheShipsLackModeBSpeedsUpAndFireRestartsAfterTwoSeconds) {
     // Upgrades: each of speed, fire rate and laser type. At level 1 the cap is 1; warps want two of each.
     for (auto [type, level, upgrades, possible] :
          {std::tuple{gtSingleA, 1u, 0, std::set<int>{etLaserType, etSpeed, etFireRate}}, {gtSingleA, 1u, 1, {etEnergy}},
@@ -74,9 +74,7 @@ TEST_F(GameWorld, ExtrasGoToWhatTheShipsLack) {
         for (int i = 0; i < 200; ++i) drawn.insert(game->getExtraType());
         EXPECT_EQ(drawn, possible);
     }
-}
 
-TEST_F(GameWorld, ModeBSpeedsUpAndDropsTimedExtrasAndFireRestartsAfterTwoSeconds) {
     start(gtSingleB);
     game->ships[0]->collidable = false;
     EXPECT_FALSE(game->firingAllowed);

@@ -112,7 +112,7 @@ TEST_F(GameWorld, ShieldBurnsTwoUnitsOfEnergyAMillisecondAndTimeWarpSparesItsShi
     EXPECT_FLOAT_EQ(game->gameSpeed, 1.0f);
 }
 
-TEST_F(GameWorld, FirePatternsGrowWithTheLaserTypeButModeBHasNone) {
+TEST_F(GameWorld, FirePatternsGrowWithTheLaserTypeAndTwoShipsKeepTheirDistance) {
     const int lasers[] = {2, 2, 4, 4, 6, 0};  // by laser type; the last in mode B
     for (int type = 0; type <= 5; ++type) {
         SCOPED_TRACE(type);
@@ -130,9 +130,7 @@ TEST_F(GameWorld, FirePatternsGrowWithTheLaserTypeButModeBHasNone) {
         ship->fire();
         EXPECT_GT(game->shipLaserEngine.size(), lasers[type]);
     }
-}
 
-TEST_F(GameWorld, TwoShipsKeepTheirDistance) {
     start(gtMulti);
     Player* right = game->ships[0];
     Player* left = game->ships[1];
