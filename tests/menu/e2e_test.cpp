@@ -260,11 +260,13 @@ TEST_F(Session, WhenTheScreenModeIsRefusedItSaysSoAndEnds) {
     std::string display;
     for (int n = 100 + getpid() % 300; !server && n < 1000; n += 7) {
         display = ":" + std::to_string(n);
+        const std::string socket = "/tmp/.X11-unix/X" + display.substr(1);
+        // A server killed before it could clean up leaves its lock and socket behind: skip those.
+        if (exists("/tmp/.X" + display.substr(1) + "-lock") || exists(socket)) continue;
         auto candidate = std::make_unique<Program>(
             WORK + "-xvfb", std::vector<std::string>{},
             std::vector<std::string>{"/usr/bin/Xvfb", display, "-screen", "0", "1024x768x24", "-extension", "GLX",
                                      "-nolisten", "tcp"});
-        const std::string socket = "/tmp/.X11-unix/X" + display.substr(1);
         for (int i = 0; i < 300 && !exists(socket) && candidate->wait(0.01) == -1; ++i) {
         }
         if (exists(socket) && candidate->wait(0.1) == -1) server = std::move(candidate);

@@ -52,6 +52,8 @@ void TitleMenu::frames(int count) {
 void TitleMenu::finishLoading() {
     for (int i = 0; i < 3000 && !resources->loaded; ++i) frames();
     ASSERT_TRUE(resources->loaded);
+    frames();
+    EXPECT_EQ(resources->logoColor.alpha, 1.0f) << "the logo, faded in while loading, stands whole";
 }
 
 void TitleMenu::keys(std::initializer_list<SDLKey> syms) {

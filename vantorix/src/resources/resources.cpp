@@ -426,6 +426,7 @@ void Resources::onFinish(norvane::BackgroundTask*) {
     if (btnSinglePlayerA) btnSinglePlayerA->setFocused(true);
     loaded = true;
     imageLoader = nullptr;  // the framework deletes it
+    logoColor.alpha = 1.0f;  // the menu followed the progress only while the loader lived
     evaluatorMenu->enabled = true;
     if (menu) menu->initSpritesHelp();
     setMinTicks(specs.minFrameTime - specs.minFrameTimeOffset);
